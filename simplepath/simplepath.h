@@ -1,0 +1,29 @@
+#pragma once
+
+// The one header a host includes: every public header of the library.
+
+// Platform layer
+#include "simplepath/interfaces/ArbTrans.h"
+#include "simplepath/interfaces/BinaryDeserializer.h"
+#include "simplepath/interfaces/BinarySerializer.h"
+#include "simplepath/interfaces/CArray.h"
+#include "simplepath/interfaces/CRect.h"
+#include "simplepath/interfaces/DPoint.h"
+#include "simplepath/interfaces/DVector.h"
+#include "simplepath/interfaces/Deserializer.h"
+#include "simplepath/interfaces/IPoint.h"
+#include "simplepath/interfaces/P2DMatrix.h"
+#include "simplepath/interfaces/P2DTrans.h"
+#include "simplepath/interfaces/PRefCount.h"
+#include "simplepath/interfaces/PString.h"
+#include "simplepath/interfaces/PathSeg.h"
+#include "simplepath/interfaces/Serializer.h"
+#include "simplepath/interfaces/Tolerance.h"
+
+// Foundation containers and results
+#include "simplepath/foundation/ErrorCategory.h"
+#include "simplepath/foundation/Outcome.h"
+#include "simplepath/foundation/PHandle.h"
+#include "simplepath/foundation/PHashablePointer.h"
+#include "simplepath/foundation/PList.h"
+#include "simplepath/foundation/PXArray.h"
