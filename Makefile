@@ -35,7 +35,7 @@ asan: deps
 bench: deps
 	cmake -S . -B $(BENCH_BUILD) -G Ninja -DCMAKE_BUILD_TYPE=Release -DSIMPLEPATH_BUILD_TESTS=OFF $(CMAKE_FLAGS)
 	cmake --build $(BENCH_BUILD) -j $(JOBS) --target bench_all
-	@for b in $(BENCH_BUILD)/bench/bench_*; do [ -x "$$b" ] && "$$b" $(BENCH_ARGS); done
+	@for b in $(BENCH_BUILD)/bench/bench_*; do if [ -x "$$b" ]; then "$$b" $(BENCH_ARGS) || exit 1; fi; done
 
 # libFuzzer targets (clang, ASan + UBSan), each run for FUZZ_SECONDS on its seed corpus.
 FUZZ_SECONDS ?= 60
