@@ -27,7 +27,8 @@ TEST(PHandle, LastHandleDeletesTheObject) {
         EXPECT_EQ(a->value, 7);
         EXPECT_EQ(a, c);
         EXPECT_EQ(a.refCount->value(), 3);
-        c = c; // self-assignment changes nothing
+        PHandle<Counted> const& alias = c;
+        c = alias; // self-assignment changes nothing
         EXPECT_EQ(a.refCount->value(), 3);
         EXPECT_EQ(Counted::alive, 1);
     }
