@@ -27,3 +27,14 @@
 #include "simplepath/foundation/PHashablePointer.h"
 #include "simplepath/foundation/PList.h"
 #include "simplepath/foundation/PXArray.h"
+
+// Path model
+#include "simplepath/edit/SimplePathChangeInstruction.h"
+#include "simplepath/path/GenericPoint.h"
+#include "simplepath/path/SimplePath.h"
+#include "simplepath/path/SimplePathDPointVertex.h"
+#include "simplepath/path/SimplePathLocationTriple.h"
+#include "simplepath/path/SimplePathPosition.h"
+#include "simplepath/path/SimplePathTripleList.h"
+#include "simplepath/path/SimplePathVertex.h"
+#include "simplepath/path/SimplePathVertexTriple.h"
