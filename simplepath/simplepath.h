@@ -14,6 +14,8 @@
 #include "simplepath/interfaces/IPoint.h"
 #include "simplepath/interfaces/P2DMatrix.h"
 #include "simplepath/interfaces/P2DTrans.h"
+#include "simplepath/interfaces/PBezier.h"
+#include "simplepath/interfaces/PBezierCurve.h"
 #include "simplepath/interfaces/PRefCount.h"
 #include "simplepath/interfaces/PString.h"
 #include "simplepath/interfaces/PathSeg.h"
