@@ -34,6 +34,7 @@
 #include "simplepath/edit/SimplePathChangeInstruction.h"
 #include "simplepath/path/GenericPoint.h"
 #include "simplepath/path/SimplePath.h"
+#include "simplepath/path/SimplePathConversion.h"
 #include "simplepath/path/SimplePathDPointVertex.h"
 #include "simplepath/path/SimplePathLocationTriple.h"
 #include "simplepath/path/SimplePathPosition.h"
