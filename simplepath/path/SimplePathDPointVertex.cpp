@@ -3,40 +3,44 @@
 #include <atomic>
 #include <cstdint>
 #include <cstdlib>
-#include <cstring>
 
 namespace {
 
-// Memory layout. The word just before every vertex names the block the vertex lives in: null for a
-// vertex allocated on its own, otherwise the shared block of a triple, whose count says how many of
-// its vertices are still alive. The count is atomic because the vertices of one triple may be moved
-// into different paths that are then used (and destroyed) on different threads.
-struct SharedBlock {
-    std::atomic<std::uint32_t> live{0};
-};
+// Memory layout. Every vertex is preceded by one header word. Its low two bits say where the vertex
+// lives: 0, 1 or 2 for its slot in the shared block of a triple, 3 for a vertex allocated on its own.
+// The header of slot 0 also counts, in its upper bits, how many of the block's vertices are alive. The
+// count is atomic because the vertices of one triple may be moved into different paths that are then
+// used, and destroyed, on different threads; every header is atomic so that reading a vertex's slot
+// never races with another vertex updating the count.
+//
+// A block is three slots of header and vertex, 120 bytes: small enough for the heap's fastest size
+// classes, which keep freed blocks at hand for the next path instead of returning them to the system.
+using Header = std::atomic<std::uint64_t>;
+
+constexpr std::uint64_t kSlotMask = 3;
+constexpr std::uint64_t kStandalone = 3;
+constexpr std::uint64_t kOneLive = 4;
 
 struct Slot {
-    SharedBlock* block;
+    Header header;
     alignas(SimplePathDPointVertex) unsigned char storage[sizeof(SimplePathDPointVertex)];
 };
 
 struct TripleBlock {
-    SharedBlock shared;
     Slot slots[3];
 };
 
-static_assert(alignof(SimplePathDPointVertex) <= alignof(SharedBlock*),
-              "a vertex must sit right after its block word");
-static_assert(offsetof(Slot, storage) == sizeof(SharedBlock*), "no padding between block word and vertex");
+static_assert(alignof(SimplePathDPointVertex) <= alignof(Header), "a vertex must sit right after its header");
+static_assert(offsetof(Slot, storage) == sizeof(Header), "no padding between header and vertex");
+static_assert(sizeof(Header) == sizeof(std::uint64_t) && Header::is_always_lock_free,
+              "headers are plain words");
 
 // A vertex allocated on its own gets a header of a full fundamental alignment, so that classes derived
 // from SimplePathDPointVertex stay as aligned as the heap would make them.
 constexpr std::size_t kStandaloneHeader = alignof(std::max_align_t);
 
-SharedBlock* blockOf(void* vertex) {
-    SharedBlock* block = nullptr;
-    std::memcpy(&block, static_cast<unsigned char*>(vertex) - sizeof(SharedBlock*), sizeof block);
-    return block;
+Header& headerOf(void* vertex) {
+    return *(reinterpret_cast<Header*>(vertex) - 1);
 }
 
 void* allocateStandalone(std::size_t size) noexcept {
@@ -44,26 +48,27 @@ void* allocateStandalone(std::size_t size) noexcept {
     if (memory == nullptr) {
         return nullptr;
     }
-    SharedBlock* const none = nullptr;
-    std::memcpy(memory + kStandaloneHeader - sizeof none, &none, sizeof none);
-    return memory + kStandaloneHeader;
+    unsigned char* const vertex = memory + kStandaloneHeader;
+    ::new (vertex - sizeof(Header)) Header(kStandalone);
+    return vertex;
 }
 
 void release(void* vertex) noexcept {
     if (vertex == nullptr) {
         return;
     }
-    SharedBlock* const block = blockOf(vertex);
-    if (block == nullptr) {
+    std::uint64_t const slot = headerOf(vertex).load(std::memory_order_relaxed) & kSlotMask;
+    if (slot == kStandalone) {
         std::free(static_cast<unsigned char*>(vertex) - kStandaloneHeader);
         return;
     }
+    auto* const block = reinterpret_cast<TripleBlock*>(reinterpret_cast<Slot*>(&headerOf(vertex)) - slot);
+    Header& count = block->slots[0].header;
     // The last survivor needs no atomic read-modify-write: nobody else can reach the block any more.
-    if (block->live.load(std::memory_order_acquire) == 1 ||
-        block->live.fetch_sub(1, std::memory_order_acq_rel) == 1) {
-        auto* const whole = reinterpret_cast<TripleBlock*>(block);
-        whole->~TripleBlock();
-        std::free(whole);
+    if (count.load(std::memory_order_acquire) / kOneLive == 1 ||
+        count.fetch_sub(kOneLive, std::memory_order_acq_rel) / kOneLive == 1) {
+        block->~TripleBlock();
+        std::free(block);
     }
 }
 
@@ -100,14 +105,13 @@ bool SimplePathDPointVertex::createTriple(DPoint const& first, DPoint const& anc
     if (memory == nullptr) {
         return false;
     }
-    auto* const whole = new (memory) TripleBlock;
-    whole->shared.live.store(3, std::memory_order_relaxed);
-    for (Slot& slot : whole->slots) {
-        slot.block = &whole->shared;
-    }
-    firstVertex = ::new (whole->slots[0].storage) SimplePathDPointVertex(first);
-    anchorVertex = ::new (whole->slots[1].storage) SimplePathDPointVertex(anchor);
-    lastVertex = ::new (whole->slots[2].storage) SimplePathDPointVertex(last);
+    auto* const block = ::new (memory) TripleBlock;
+    block->slots[0].header.store(3 * kOneLive + 0, std::memory_order_relaxed);
+    block->slots[1].header.store(1, std::memory_order_relaxed);
+    block->slots[2].header.store(2, std::memory_order_relaxed);
+    firstVertex = ::new (block->slots[0].storage) SimplePathDPointVertex(first);
+    anchorVertex = ::new (block->slots[1].storage) SimplePathDPointVertex(anchor);
+    lastVertex = ::new (block->slots[2].storage) SimplePathDPointVertex(last);
     return true;
 }
 

@@ -19,7 +19,10 @@
 //
 // Growing the storage can throw std::bad_alloc; nothing else here throws.
 class SimplePathTripleList {
-    template <class Triple> class BasicIterator {
+    // A position in the array. A forward iterator points at its triple. A reverse one walks from the
+    // last triple towards the first and holds the position just after its triple, so that rend()
+    // (before the first triple) needs no address outside the array.
+    template <class Triple, bool Reverse> class BasicIterator {
       public:
         using iterator_category = std::bidirectional_iterator_tag;
         using value_type = SimplePathVertexTriple;
@@ -29,71 +32,44 @@ class SimplePathTripleList {
 
         BasicIterator() = default;
         template <class Other, class = std::enable_if_t<std::is_convertible_v<Other*, Triple*>>>
-        BasicIterator(BasicIterator<Other> const& other) : at(other.at) {}
+        BasicIterator(BasicIterator<Other, Reverse> const& other) : at(other.at) {}
 
-        SimplePathVertexTriple const& operator*() const { return *at; }
-        Triple* operator->() const { return at; }
+        SimplePathVertexTriple const& operator*() const { return *operator->(); }
+        Triple* operator->() const { return Reverse ? at - 1 : at; }
         BasicIterator& operator++() {
-            ++at;
+            at += kStep;
             return *this;
         }
-        BasicIterator operator++(int) { return BasicIterator(at++); }
+        BasicIterator operator++(int) {
+            BasicIterator const before = *this;
+            at += kStep;
+            return before;
+        }
         BasicIterator& operator--() {
-            --at;
+            at -= kStep;
             return *this;
         }
-        BasicIterator operator--(int) { return BasicIterator(at--); }
+        BasicIterator operator--(int) {
+            BasicIterator const before = *this;
+            at -= kStep;
+            return before;
+        }
         bool operator==(BasicIterator const& other) const { return at == other.at; }
         bool operator!=(BasicIterator const& other) const { return at != other.at; }
 
       private:
         friend class SimplePathTripleList;
-        template <class> friend class BasicIterator;
+        template <class, bool> friend class BasicIterator;
+        static constexpr std::ptrdiff_t kStep = Reverse ? -1 : 1;
         explicit BasicIterator(Triple* position) : at(position) {}
         Triple* at = nullptr;
     };
 
-    // Walks from the last triple towards the first. It holds the position just after the triple it
-    // addresses, so rend() (before the first triple) needs no address outside the array.
-    template <class Triple> class BasicReverseIterator {
-      public:
-        using iterator_category = std::bidirectional_iterator_tag;
-        using value_type = SimplePathVertexTriple;
-        using difference_type = std::ptrdiff_t;
-        using pointer = Triple*;
-        using reference = SimplePathVertexTriple const&;
-
-        BasicReverseIterator() = default;
-        template <class Other, class = std::enable_if_t<std::is_convertible_v<Other*, Triple*>>>
-        BasicReverseIterator(BasicReverseIterator<Other> const& other) : after(other.after) {}
-
-        SimplePathVertexTriple const& operator*() const { return after[-1]; }
-        Triple* operator->() const { return after - 1; }
-        BasicReverseIterator& operator++() {
-            --after;
-            return *this;
-        }
-        BasicReverseIterator operator++(int) { return BasicReverseIterator(after--); }
-        BasicReverseIterator& operator--() {
-            ++after;
-            return *this;
-        }
-        BasicReverseIterator operator--(int) { return BasicReverseIterator(after++); }
-        bool operator==(BasicReverseIterator const& other) const { return after == other.after; }
-        bool operator!=(BasicReverseIterator const& other) const { return after != other.after; }
-
-      private:
-        friend class SimplePathTripleList;
-        template <class> friend class BasicReverseIterator;
-        explicit BasicReverseIterator(Triple* positionAfter) : after(positionAfter) {}
-        Triple* after = nullptr;
-    };
-
   public:
-    using Iterator = BasicIterator<SimplePathVertexTriple>;
-    using ConstIterator = BasicIterator<SimplePathVertexTriple const>;
-    using ReverseIterator = BasicReverseIterator<SimplePathVertexTriple>;
-    using ConstReverseIterator = BasicReverseIterator<SimplePathVertexTriple const>;
+    using Iterator = BasicIterator<SimplePathVertexTriple, false>;
+    using ConstIterator = BasicIterator<SimplePathVertexTriple const, false>;
+    using ReverseIterator = BasicIterator<SimplePathVertexTriple, true>;
+    using ConstReverseIterator = BasicIterator<SimplePathVertexTriple const, true>;
 
     SimplePathTripleList() = default;
     SimplePathTripleList(SimplePathTripleList const& other) = default;
