@@ -1,0 +1,3 @@
+#include "simplepath/path/GenericPoint.h"
+
+GenericPoint::~GenericPoint() = default;

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstddef>
+#include <new>
+
+#include "simplepath/interfaces/DPoint.h"
+#include "simplepath/path/GenericPoint.h"
+#include "simplepath/path/SimplePathVertex.h"
+
+// The concrete vertex: a point in the plane. Every vertex the library makes is one of these.
+//
+// Allocation. A path makes and copies vertices three at a time, one triple after another, so the
+// class brings its own allocator: createTriple() places the three vertices of a triple in one heap
+// block, while a plain `new SimplePathDPointVertex` gets a block of its own. Either way each vertex is
+// its own object at its own address and is freed with a plain `delete` in any order; the shared block
+// goes back to the heap when its last vertex is deleted, even if the three vertices have since ended up
+// in different paths.
+class SimplePathDPointVertex : public SimplePathVertex, public GenericPoint {
+  public:
+    SimplePathDPointVertex() = default;
+    explicit SimplePathDPointVertex(DPoint const& location);
+    SimplePathDPointVertex(SimplePathDPointVertex const& other);
+    SimplePathDPointVertex& operator=(SimplePathDPointVertex const& other);
+    ~SimplePathDPointVertex() override;
+
+    DPoint getLocation() const override;
+    // A new vertex at the same location, or null when memory is exhausted.
+    SimplePathVertex* copy() const override;
+
+    // Makes the three vertices of one triple in a single heap block. On success stores them in the
+    // three outputs and returns true; when memory is exhausted returns false and leaves the outputs.
+    static bool createTriple(DPoint const& first, DPoint const& anchor, DPoint const& last,
+                             SimplePathVertex*& firstVertex, SimplePathVertex*& anchorVertex,
+                             SimplePathVertex*& lastVertex) noexcept;
+
+    static void* operator new(std::size_t size);
+    static void* operator new(std::size_t size, std::nothrow_t const&) noexcept;
+    static void operator delete(void* memory) noexcept;
+    static void operator delete(void* memory, std::nothrow_t const&) noexcept;
+
+  private:
+    friend class SimplePath;
+    friend class SimplePathTripleList;
+    void setLocation(DPoint const& location) override;
+
+    DPoint location;
+};

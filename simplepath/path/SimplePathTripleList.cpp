@@ -1,0 +1,61 @@
+#include "simplepath/path/SimplePathTripleList.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "simplepath/path/SimplePathVertex.h"
+
+SimplePathTripleList::SimplePathTripleList(SimplePathTripleList&& other) noexcept
+    : triples(std::move(other.triples)) {
+    other.triples.clear();
+}
+
+SimplePathTripleList& SimplePathTripleList::operator=(SimplePathTripleList&& other) noexcept {
+    if (this != &other) {
+        triples.swap(other.triples);
+        other.triples.clear();
+    }
+    return *this;
+}
+
+SimplePathTripleList::~SimplePathTripleList() {
+    // Front to back, and within a triple first, anchor, last; deleting a null pointer is a no-op.
+    for (SimplePathVertexTriple const& triple : triples) {
+        delete triple.first;
+        delete triple.anchor;
+        delete triple.last;
+    }
+}
+
+void SimplePathTripleList::reserve(int count) {
+    if (count > 0) {
+        triples.reserve(static_cast<std::size_t>(count));
+    }
+}
+
+void SimplePathTripleList::push_front(SimplePathVertexTriple const& triple) {
+    triples.insert(triples.begin(), triple);
+}
+
+SimplePathTripleList::Iterator SimplePathTripleList::insert(Iterator position,
+                                                            SimplePathVertexTriple const& triple) {
+    auto const inserted = triples.insert(triples.begin() + offset(position), triple);
+    return Iterator(triples.data() + (inserted - triples.begin()));
+}
+
+SimplePathTripleList::Iterator SimplePathTripleList::remove(Iterator position) {
+    auto const next = triples.erase(triples.begin() + offset(position));
+    return Iterator(triples.data() + (next - triples.begin()));
+}
+
+void SimplePathTripleList::cut_and_append(Iterator position) {
+    auto const at = triples.begin() + offset(position);
+    std::rotate(at, at + 1, triples.end());
+}
+
+void SimplePathTripleList::setTripleLocations(Iterator position, DPoint const& first, DPoint const& anchor,
+                                              DPoint const& last) {
+    position.at->first->setLocation(first);
+    position.at->anchor->setLocation(anchor);
+    position.at->last->setLocation(last);
+}

@@ -1,0 +1,3 @@
+#include "simplepath/path/SimplePathVertex.h"
+
+SimplePathVertex::~SimplePathVertex() = default;
