@@ -250,8 +250,16 @@ double PBezier::findNearestPointTValue(DPoint const& p) const {
     double roots[6];
     int const n = polyroots::cascadeRoots<5>(f, 0.0, 1.0, f[0], f1, 0.0, true, roots);
 
+    // The offset B(t) - p and B'(t), B''(t), all from the P0-relative power basis (exact to a few ulps of
+    // the curve's size, wherever the curve lies).
+    auto offset = [&](double t) {
+        return DVector(((a.x * t + b.x) * t + c.x) * t + e.x, ((a.y * t + b.y) * t + c.y) * t + e.y);
+    };
+    auto velocity = [&](double t) {
+        return DVector((3.0 * a.x * t + 2.0 * b.x) * t + c.x, (3.0 * a.y * t + 2.0 * b.y) * t + c.y);
+    };
     double bestT = 0.0;
-    double best = squaredDistance(o, p);
+    double best = e.squaredLength();
     double const atEnd = squaredDistance(p_[3], p);
     if (atEnd < best) {
         bestT = 1.0;
@@ -262,10 +270,10 @@ double PBezier::findNearestPointTValue(DPoint const& p) const {
         if (!(t > 0.0 && t < 1.0)) {
             continue;
         }
-        DVector r = bValue(t) - p;
+        DVector r = offset(t);
         double dist = r.squaredLength();
         for (int k = 0; k < 4; ++k) {
-            DVector const v = derivative(t);
+            DVector const v = velocity(t);
             DVector const acc = 6.0 * t * a + 2.0 * b; // B''(t)
             double const g = r.dot(v);
             double const dg = v.dot(v) + r.dot(acc);
@@ -276,7 +284,7 @@ double PBezier::findNearestPointTValue(DPoint const& p) const {
             if (nt == t) {
                 break;
             }
-            DVector const nr = bValue(nt) - p;
+            DVector const nr = offset(nt);
             double const nd = nr.squaredLength();
             if (!(nd < dist)) {
                 break;
