@@ -118,7 +118,7 @@ double PBezier::length() const {
     if (!(estimate > 0.0) || !std::isfinite(estimate)) {
         return estimate; // a point (0), or non-finite input (NaN or inf passes through)
     }
-    double const tolPerUnit = 1e-13 * estimate;
+    double const tolPerUnit = 1e-12 * estimate;
     double total = 0.0;
     for (int i = 0; i < pieces; ++i) {
         total += adaptiveLength(h, ends[i], ends[i + 1], wholes[i], tolPerUnit, 0);
