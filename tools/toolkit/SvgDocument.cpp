@@ -136,7 +136,8 @@ std::string elementLabel(pugi::xml_node const& node) {
     if (pugi::xml_attribute const id = node.attribute("id")) {
         label += " id=\"" + std::string(id.value()) + "\"";
     }
-    return label + "> at byte " + std::to_string(node.offset_debug());
+    // offset_debug() points at the element's name; the element starts one byte before, at its '<'.
+    return label + "> at byte " + std::to_string(std::max<std::ptrdiff_t>(0, node.offset_debug() - 1));
 }
 
 bool isFinite(DPoint const& p) {
@@ -199,8 +200,12 @@ class Reader {
         PathDataResult parsed = parsePathData(data, tolerance);
         if (!parsed.ok()) {
             PathDataError error = *parsed.error;
-            error.offset -=
-                static_cast<std::size_t>(std::min<long>(offsetShift, static_cast<long>(error.offset)));
+            if (offsetShift > 0) {
+                // Name the offset and character in the attribute as written, not in the data made from it.
+                std::string_view const written = node.attribute(attribute).value();
+                error.offset -= std::min(error.offset, static_cast<std::size_t>(offsetShift));
+                error.found = describeCharacterAt(written, error.offset);
+            }
             return fail(elementLabel(node) + ": " + attribute + " " + error.message());
         }
         for (CubicChain& chain : parsed.chains) {
