@@ -2,6 +2,8 @@
 
 #include "toolkit/SvgScanner.h"
 
+#include <cstring>
+
 namespace sptool {
 
 std::string PathDataError::message() const {
@@ -15,31 +17,7 @@ CubicSegment raiseQuadratic(DPoint const& p0, DPoint const& q, DPoint const& p2)
 namespace {
 
 bool isCommandLetter(char c) {
-    switch (c) {
-    case 'M':
-    case 'm':
-    case 'L':
-    case 'l':
-    case 'H':
-    case 'h':
-    case 'V':
-    case 'v':
-    case 'C':
-    case 'c':
-    case 'S':
-    case 's':
-    case 'Q':
-    case 'q':
-    case 'T':
-    case 't':
-    case 'A':
-    case 'a':
-    case 'Z':
-    case 'z':
-        return true;
-    default:
-        return false;
-    }
+    return c != '\0' && std::strchr("MmLlHhVvCcSsQqTtAaZz", c) != nullptr;
 }
 
 // Reads the data left to right, one command at a time, keeping the state that relative and smooth
