@@ -27,3 +27,12 @@
 #include "simplepath/foundation/PHashablePointer.h"
 #include "simplepath/foundation/PList.h"
 #include "simplepath/foundation/PXArray.h"
+
+// Legacy curve family
+#include "simplepath/legacy/BPoint.h"
+#include "simplepath/legacy/CBezier.h"
+#include "simplepath/legacy/CBezierPoint.h"
+#include "simplepath/legacy/CView3D.h"
+#include "simplepath/legacy/DRECT.h"
+#include "simplepath/legacy/IsPointInPolygon.h"
+#include "simplepath/legacy/LineUtilities.h"
