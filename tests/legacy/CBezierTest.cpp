@@ -66,6 +66,9 @@ TEST(LegacyBezier, LengthIsTenIntervalSimpsonOnTheSpeed) {
     DPoint const cusp[4] = {{0, 0}, {100, 100}, {0, 100}, {100, 0}};
     double const cuspTrue = static_cast<double>(reference(cusp).arcLength());
     EXPECT_GT(std::fabs(make(cusp).GetLength() - cuspTrue), 1e-3 * cuspTrue);
+    // Speeds below 1e-8 count as standing still: a line of 3e-9 has no length, one of 3e-7 has.
+    EXPECT_EQ(evenLine(3e-9).GetLength(), 0.0);
+    EXPECT_NEAR(evenLine(3e-7).GetLength(), 3e-7, 1e-20);
     // A uniformly parametrised line is measured exactly; a point has no length.
     EXPECT_NEAR(evenLine(300).GetLength(), 300.0, 1e-12);
     EXPECT_EQ(CBezier(DPoint(5, 5), DPoint(5, 5), DPoint(5, 5), DPoint(5, 5)).GetLength(), 0.0);
@@ -328,6 +331,10 @@ TEST(LegacyBezier, DraggingNudgesTheFarHandleAndSolvesTheNearOne) {
     EXPECT_NEAR(early.GetP2().y, 8.0, 1e-12);
     EXPECT_NEAR(early.GetP1().x, 30.0, 1e-12);
     EXPECT_NEAR(early.GetP1().y, 56.0 / 3, 1e-12);
+    // Up to t = 1/2 it is P2 that is nudged: at 0.45 by w = -16/9 * 0.55 + 20/9 = 11.2 / 9.
+    CBezier middle(a, h1, h2, b);
+    middle.DragToPoint(0.45, DPoint(40.5, 9));
+    EXPECT_NEAR(middle.GetP2().y, 11.2, 1e-12);
     // t = 3/4 mirrors it: P1 is nudged, P2 solved.
     CBezier late(a, h1, h2, b);
     late.DragToPoint(0.75, DPoint(67.5, 9));
