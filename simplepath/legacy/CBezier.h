@@ -44,8 +44,12 @@ class CBezier {
     double GetTFromLength(double length) const;
 
     // Appends an adaptive flattening of the segment to out (P0 first only when out is empty, so that
-    // consecutive segments share their joint). Long segments are flattened more coarsely: the tolerance
-    // is at least 3, 5, 10 or 100 once the chord exceeds 2000, 5000, 10000 or 100000.
+    // consecutive segments share their joint): halving at t = 1/2 until each piece's control legs are
+    // within the tolerance, each finished piece writing its P1, P2, P3. Every written point is thus within
+    // one tolerance of the curve. The tolerance is the resolution, raised for long segments, which are
+    // flattened more coarsely: to at least 3, 5, 10 or 100 once the chord exceeds 2000, 5000, 10000 or
+    // 100000. Halving stops 16 levels deep whatever the tolerance (at most 3 * 2^16 + 1 points), so a
+    // zero or NaN resolution or NaN coordinates cannot run away.
     void GetPolyline(CArray<DPoint, DPoint>& out) const;
 
     // Replaces out with a uniform flattening: P0, C(i/n) for 0 < i < n, P3. n starts at 20 and doubles

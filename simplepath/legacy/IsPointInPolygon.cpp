@@ -32,6 +32,10 @@ std::uint64_t magnitude(std::int64_t v) {
 // The exact sign of a*b - c*d. Differences of 32-bit coordinates have at most 33 bits, so their
 // products need up to 66: too many for 64-bit integers or for doubles.
 int compareProducts(std::int64_t a, std::int64_t b, std::int64_t c, std::int64_t d) {
+    std::uint64_t const small = std::uint64_t(1) << 31;
+    if (magnitude(a) < small && magnitude(b) < small && magnitude(c) < small && magnitude(d) < small) {
+        return sign(a * b - c * d); // each product below 2^62: exact in 64 bits
+    }
     int const left = sign(a) * sign(b);
     int const right = sign(c) * sign(d);
     if (left != right) {
@@ -67,12 +71,17 @@ int IsPointInPolygon(tagPOINT const* points, int count, tagPOINT const& point, t
         std::int64_t const aby = std::int64_t(b.y) - a.y;
         std::int64_t const apx = std::int64_t(point.x) - a.x;
         std::int64_t const apy = std::int64_t(point.y) - a.y;
+        bool const inBox = point.x >= std::min(a.x, b.x) && point.x <= std::max(a.x, b.x) &&
+                           point.y >= std::min(a.y, b.y) && point.y <= std::max(a.y, b.y);
+        bool const straddles = (a.y > point.y) != (b.y > point.y);
+        if (!inBox && !straddles) {
+            continue; // neither on this edge nor crossed by the ray's line
+        }
         int const side = compareProducts(abx, apy, aby, apx); // sign of cross(b - a, point - a)
-        if (side == 0 && point.x >= std::min(a.x, b.x) && point.x <= std::max(a.x, b.x) &&
-            point.y >= std::min(a.y, b.y) && point.y <= std::max(a.y, b.y)) {
+        if (side == 0 && inBox) {
             return 1;
         }
-        if ((a.y > point.y) != (b.y > point.y)) {
+        if (straddles) {
             // The edge crosses the ray's line; it crosses the ray itself when the point lies on the
             // edge's left as the edge rises, or on its right as it falls.
             if (aby > 0 ? side > 0 : side < 0) {
