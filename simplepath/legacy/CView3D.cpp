@@ -277,28 +277,25 @@ double CView3D::GetYOffset() {
     return vector_[1];
 }
 
-double CView3D::GetXScale() {
+DVector CView3D::ImageOfStep(double x, double y) {
     Transfer(0.0, 0.0, 0.0);
     double const x0 = vector_[0];
     double const y0 = vector_[1];
-    Transfer(1.0, 0.0, 0.0);
-    return std::hypot(vector_[0] - x0, vector_[1] - y0);
+    Transfer(x, y, 0.0);
+    return DVector(vector_[0] - x0, vector_[1] - y0);
+}
+
+double CView3D::GetXScale() {
+    return ImageOfStep(1.0, 0.0).length();
 }
 
 double CView3D::GetYScale() {
-    Transfer(0.0, 0.0, 0.0);
-    double const x0 = vector_[0];
-    double const y0 = vector_[1];
-    Transfer(0.0, 1.0, 0.0);
-    return std::hypot(vector_[0] - x0, vector_[1] - y0);
+    return ImageOfStep(0.0, 1.0).length();
 }
 
 double CView3D::GetAngle() {
-    Transfer(0.0, 0.0, 0.0);
-    double const x0 = vector_[0];
-    double const y0 = vector_[1];
-    Transfer(1.0, 0.0, 0.0);
-    return std::atan2(vector_[1] - y0, vector_[0] - x0);
+    DVector const image = ImageOfStep(1.0, 0.0);
+    return std::atan2(image.y, image.x);
 }
 
 void CView3D::MakeTransform(DRECT const& from, DRECT const& to) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "simplepath/interfaces/CRect.h"
+#include "simplepath/interfaces/DVector.h"
 #include "simplepath/legacy/DRECT.h"
 
 // The legacy family's homogeneous 4x4 view transform. Points are row vectors (x, y, z, 1) multiplied on
@@ -76,6 +77,8 @@ class CView3D {
 
   private:
     void Premultiply(Matrix const& n);
+    // Transfer(x, y, 0) - Transfer(0, 0, 0), leaving the vector at Transfer(x, y, 0).
+    DVector ImageOfStep(double x, double y);
     void Invert();
 
     Vector vector_;
