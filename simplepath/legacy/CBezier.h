@@ -33,7 +33,7 @@ class CBezier {
     // Arc length between t0 and t1: composite Simpson's rule with 10 intervals on the speed |B'(t)|.
     // Fixed cost (11 speed evaluations); exact for a straight segment with evenly spaced handles, and for
     // smooth segments the error falls as the fourth power of the interval (relative error typically
-    // below 1e-5 for gentle design curves, larger near a cusp, where the speed is not smooth).
+    // below 1e-5 for gentle curves, larger near a cusp, where the speed is not smooth).
     double GetLength(double t0, double t1) const;
     double GetLength() const { return GetLength(0.0, 1.0); }
 

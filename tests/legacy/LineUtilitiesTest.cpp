@@ -79,7 +79,7 @@ TEST(LegacyLines, IntersectionOfGeneralAndVerticalLines) {
         long double const d2x = (long double)c[6] - c[4], d2y = (long double)c[7] - c[5];
         long double const det = d1x * d2y - d1y * d2x;
         if (std::fabs(static_cast<double>(det)) < 100) {
-            continue; // nearly parallel: the slope form loses digits there by design
+            continue; // nearly parallel: the slope form loses digits there
         }
         long double const s = (((long double)c[4] - c[0]) * d2y - ((long double)c[5] - c[1]) * d2x) / det;
         Hit const h = intersect(c[0], c[1], c[2], c[3], c[4], c[5], c[6], c[7]);
