@@ -1,20 +1,19 @@
 #include "simplepath/simplepath.h"
 
+#include "LegacyExpect.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
 
 namespace {
 
+using legacytest::expectNear;
+
 constexpr double pi = 3.14159265358979323846;
 
 CBezierPoint point(DPoint before, DPoint anchor, DPoint after) {
     return CBezierPoint(BPOINT{before, anchor, after});
-}
-
-void expectNear(DPoint const& actual, DPoint const& expected, double tolerance = 1e-12) {
-    EXPECT_NEAR(actual.x, expected.x, tolerance);
-    EXPECT_NEAR(actual.y, expected.y, tolerance);
 }
 
 TEST(LegacyBezierPoint, SmoothNeedsRealHandlesInLineThroughTheAnchor) {

@@ -1,5 +1,7 @@
 #include "simplepath/simplepath.h"
 
+#include "LegacyExpect.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -9,12 +11,13 @@
 
 namespace {
 
+using legacytest::expectNear;
+
 TEST(LegacyLines, PerpendicularFootOnTheInfiniteLine) {
     EXPECT_EQ(GetDistancePoint(0, 0, 10, 0, 3, 5), DPoint(3, 0));
     // Beyond the segment: the line is infinite.
     DPoint const beyond = GetDistancePoint(0, 0, 10, 10, 30, 10);
-    EXPECT_NEAR(beyond.x, 20.0, 1e-12);
-    EXPECT_NEAR(beyond.y, 20.0, 1e-12);
+    expectNear(beyond, DPoint(20.0, 20.0), 1e-12);
     // Two line points closer than 1e-8 make no line: the first point comes back unchanged.
     EXPECT_EQ(GetDistancePoint(1.25, -7.5, 1.25 + 5e-9, -7.5, 100, 100), DPoint(1.25, -7.5));
 
@@ -28,8 +31,7 @@ TEST(LegacyLines, PerpendicularFootOnTheInfiniteLine) {
         long double const s =
             ((px - (long double)x1) * dx + (py - (long double)y1) * dy) / (dx * dx + dy * dy);
         DPoint const foot = GetDistancePoint(x1, y1, x2, y2, px, py);
-        EXPECT_NEAR(foot.x, static_cast<double>(x1 + s * dx), 1e-9);
-        EXPECT_NEAR(foot.y, static_cast<double>(y1 + s * dy), 1e-9);
+        expectNear(foot, DPoint(static_cast<double>(x1 + s * dx), static_cast<double>(y1 + s * dy)), 1e-9);
     }
 }
 
@@ -48,8 +50,7 @@ Hit intersect(double x1, double y1, double x2, double y2, double x3, double y3, 
 TEST(LegacyLines, IntersectionOfGeneralAndVerticalLines) {
     Hit const diagonal = intersect(0, 0, 4, 4, 0, 4, 4, 0);
     EXPECT_EQ(diagonal.found, 1);
-    EXPECT_NEAR(diagonal.x, 2.0, 1e-12);
-    EXPECT_NEAR(diagonal.y, 2.0, 1e-12);
+    expectNear(diagonal, DPoint(2.0, 2.0), 1e-12);
 
     Hit const axisAndVertical = intersect(0, 0, 1, 0, 2, -1, 2, 1);
     EXPECT_EQ(axisAndVertical.found, 1);
@@ -59,8 +60,7 @@ TEST(LegacyLines, IntersectionOfGeneralAndVerticalLines) {
     // First line vertical at x = 3, second y = 2x + 1.
     Hit const firstVertical = intersect(3, 0, 3, 1, 0, 1, 1, 3);
     EXPECT_EQ(firstVertical.found, 1);
-    EXPECT_NEAR(firstVertical.x, 3.0, 1e-12);
-    EXPECT_NEAR(firstVertical.y, 7.0, 1e-12);
+    expectNear(firstVertical, DPoint(3.0, 7.0), 1e-12);
 
     // A second line within 1e-8 of vertical is taken as vertical through x3.
     Hit const nearlyVertical = intersect(0, 0, 1, 1, 2, -1, 2 + 5e-9, 1);
@@ -85,8 +85,8 @@ TEST(LegacyLines, IntersectionOfGeneralAndVerticalLines) {
         Hit const h = intersect(c[0], c[1], c[2], c[3], c[4], c[5], c[6], c[7]);
         ASSERT_EQ(h.found, 1);
         double const scale = 1 + std::fabs(static_cast<double>(s)) * 200;
-        EXPECT_NEAR(h.x, static_cast<double>(c[0] + s * d1x), 1e-9 * scale);
-        EXPECT_NEAR(h.y, static_cast<double>(c[1] + s * d1y), 1e-9 * scale);
+        expectNear(h, DPoint(static_cast<double>(c[0] + s * d1x), static_cast<double>(c[1] + s * d1y)),
+                   1e-9 * scale);
     }
 }
 
@@ -144,6 +144,10 @@ TEST(LegacyLines, PolygonRectangle) {
     EXPECT_EQ(GetPolygonRect(far, 2), CRect(100, 200, 110, 250));
 }
 
+std::vector<double> DRECTValues(DRECT const& r) {
+    return {r.left, r.top, r.right, r.bottom};
+}
+
 TEST(LegacyLines, PolylineBounds) {
     CArray<DPoint, DPoint> points;
     double minX = 9, minY = 9, maxX = 9, maxY = 9;
@@ -161,20 +165,14 @@ TEST(LegacyLines, PolylineBounds) {
     EXPECT_EQ(maxY, 80.0);
     DRECT box;
     GetPolylineBounds(points, box);
-    EXPECT_EQ(box.left, 20.0);
-    EXPECT_EQ(box.top, 60.0);
-    EXPECT_EQ(box.right, 70.0);
-    EXPECT_EQ(box.bottom, 80.0);
+    EXPECT_EQ(DRECTValues(box), DRECTValues({20, 60, 70, 80}));
 
     // Handles sticking out beyond the anchors are ignored.
     CArray<BPOINT, BPOINT> anchors;
     anchors.Add(BPOINT{{-100, -100}, {10, 20}, {500, 20}});
     anchors.Add(BPOINT{{30, -300}, {30, 40}, {30, 900}});
     GetPolylineBounds(anchors, box);
-    EXPECT_EQ(box.left, 10.0);
-    EXPECT_EQ(box.top, 20.0);
-    EXPECT_EQ(box.right, 30.0);
-    EXPECT_EQ(box.bottom, 40.0);
+    EXPECT_EQ(DRECTValues(box), DRECTValues({10, 20, 30, 40}));
     anchors.RemoveAll();
     GetPolylineBounds(anchors, box);
     EXPECT_EQ(box.right, 0.0);
