@@ -44,3 +44,12 @@
 #include "simplepath/path/SimplePathTripleList.h"
 #include "simplepath/path/SimplePathVertex.h"
 #include "simplepath/path/SimplePathVertexTriple.h"
+
+// Legacy curve family
+#include "simplepath/legacy/BPoint.h"
+#include "simplepath/legacy/CBezier.h"
+#include "simplepath/legacy/CBezierPoint.h"
+#include "simplepath/legacy/CView3D.h"
+#include "simplepath/legacy/DRECT.h"
+#include "simplepath/legacy/IsPointInPolygon.h"
+#include "simplepath/legacy/LineUtilities.h"
