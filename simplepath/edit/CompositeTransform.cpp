@@ -17,9 +17,5 @@ CompositeTransform::CompositeTransform(std::list<SimplePathPositionTransform*> c
 }
 
 CompositeTransform::PathPosition CompositeTransform::map(PathPosition const& pair) const {
-    PathPosition result = pair;
-    for (SimplePathPositionTransform const* member : sequence) {
-        result = member->map(result);
-    }
-    return result;
+    return mapThrough(sequence.begin(), sequence.end(), pair);
 }

@@ -85,11 +85,8 @@ std::size_t SimplePathChangeInstruction::numPositionTransforms() const {
 
 SimplePathChangeInstruction::PathPosition
 SimplePathChangeInstruction::translate(PathPosition const& pair) const {
-    PathPosition result = pair;
-    for (auto const& transform : records->transforms) {
-        result = transform->map(result);
-    }
-    return result;
+    return SimplePathPositionTransform::mapThrough(records->transforms.begin(), records->transforms.end(),
+                                                   pair);
 }
 
 void SimplePathChangeInstruction::translate(PHashablePointer<SimplePath> const& path,

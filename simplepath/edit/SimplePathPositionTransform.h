@@ -1,6 +1,9 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <iterator>
+#include <new>
 #include <utility>
 
 #include "simplepath/foundation/PHashablePointer.h"
@@ -26,6 +29,11 @@ class SimplePathPositionTransform {
     virtual std::pair<PHashablePointer<SimplePath>, SimplePathPosition>
     map(std::pair<PHashablePointer<SimplePath>, SimplePathPosition> const& pair) const = 0;
 
+    // `pair` carried through each transform of [first, last) in order, each applied to the previous
+    // result. The iterators dereference to anything that points to a transform.
+    template <class Iterator>
+    static PathPosition mapThrough(Iterator first, Iterator last, PathPosition const& pair);
+
   protected:
     // The pair (path, (index, parameter)). Index arithmetic is done in 64 bits by the transforms and
     // narrowed here, wrapping as 32-bit arithmetic would, so hostile indices never overflow.
@@ -35,3 +43,36 @@ class SimplePathPositionTransform {
         return result;
     }
 };
+
+template <class Iterator>
+SimplePathPositionTransform::PathPosition
+SimplePathPositionTransform::mapThrough(Iterator first, Iterator last, PathPosition const& pair) {
+    if (first == last) {
+        return pair;
+    }
+    Iterator const final = std::prev(last);
+    if (first == final) {
+        return (*first)->map(pair);
+    }
+    // Each step's result is built straight into one of two slots (a returned prvalue initialises the
+    // object in place), read there by the next step, and the last step builds the caller's result.
+    // Assigning every result to one running variable instead copies 32 bytes per step, and reloading
+    // those just-stored fields as one wide value stalls the pipeline: that cost more than the mappings.
+    struct Slot {
+        alignas(PathPosition) unsigned char bytes[sizeof(PathPosition)];
+    };
+    struct DestroyAtExit {
+        PathPosition*& pair;
+        ~DestroyAtExit() { pair->~PathPosition(); }
+    };
+    Slot slots[2];
+    PathPosition* current = ::new (slots[0].bytes) PathPosition((*first)->map(pair));
+    DestroyAtExit const guard{current};
+    std::size_t step = 1;
+    for (++first; first != final; ++first, ++step) {
+        PathPosition* const next = ::new (slots[step % 2].bytes) PathPosition((*first)->map(*current));
+        current->~PathPosition();
+        current = next;
+    }
+    return (*final)->map(*current);
+}

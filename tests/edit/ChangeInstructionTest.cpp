@@ -50,6 +50,16 @@ TEST(ChangeInstruction, TransformsApplyInRecordingOrder) {
     EXPECT_EQ(flat(pairOn(&a, 5, 0.0)), flat(shiftFirst.translate(pairOn(&a, 0, 0.5))));
     EXPECT_EQ(flat(pairOn(&a, 1, 0.5)), flat(absorbFirst.translate(pairOn(&a, 0, 0.5))));
 
+    // A longer chain where each step only matches the path the previous step produced.
+    SimplePathChangeInstruction hops;
+    hops.insertPositionTransform(new ShiftPositionTransform(&a, &b, 1));
+    hops.insertPositionTransform(new ShiftPositionTransform(&b, &c, 1));
+    hops.insertPositionTransform(new AbsorbSegmentTransform(&c, 2, 7));
+    hops.insertPositionTransform(new ShiftPositionTransform(&c, &a, 1));
+    hops.insertPositionTransform(new ShiftPositionTransform(&a, &d, 1));
+    EXPECT_EQ(flat(pairOn(&d, 9, 0.0)), flat(hops.translate(pairOn(&a, 0, 0.5))));
+    EXPECT_EQ(flat(pairOn(&d, 2, 0.5)), flat(hops.translate(pairOn(&c, 0, 0.5))));
+
     // The list form translates every pair in place, each through the whole chain.
     std::list<support::PathPosition> pairs{pairOn(&a, 0, 0.5), pairOn(&b, 0, 0.5), pairOn(&a, 1, 0.25)};
     shiftFirst.translate(pairs);
