@@ -50,8 +50,8 @@ SimplePathPositionTransform::mapThrough(Iterator first, Iterator last, PathPosit
     if (first == last) {
         return pair;
     }
-    Iterator const final = std::prev(last);
-    if (first == final) {
+    Iterator const lastStep = std::prev(last);
+    if (first == lastStep) {
         return (*first)->map(pair);
     }
     // Each step's result is built straight into one of two slots (a returned prvalue initialises the
@@ -69,10 +69,10 @@ SimplePathPositionTransform::mapThrough(Iterator first, Iterator last, PathPosit
     PathPosition* current = ::new (slots[0].bytes) PathPosition((*first)->map(pair));
     DestroyAtExit const guard{current};
     std::size_t step = 1;
-    for (++first; first != final; ++first, ++step) {
+    for (++first; first != lastStep; ++first, ++step) {
         PathPosition* const next = ::new (slots[step % 2].bytes) PathPosition((*first)->map(*current));
         current->~PathPosition();
         current = next;
     }
-    return (*final)->map(*current);
+    return (*lastStep)->map(*current);
 }
