@@ -1,6 +1,7 @@
 #include "simplepath/edit/SimplePathChangeInstruction.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 #include "simplepath/edit/SimplePathPositionTransform.h"
@@ -49,7 +50,9 @@ bool SimplePathChangeInstruction::insertPositionTransform(SimplePathPositionTran
     if (owner != transforms.rend()) {
         transforms.push_back(*owner);
     } else {
-        transforms.emplace_back(transform);
+        // Owned from here on, so it is freed even if the list cannot grow.
+        std::shared_ptr<SimplePathPositionTransform const> owned(transform);
+        transforms.push_back(std::move(owned));
     }
     return true;
 }
