@@ -2,7 +2,9 @@
 
 #include <chrono>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
+#include <fstream>
 #include <limits>
 #include <random>
 #include <sstream>
@@ -408,4 +410,29 @@ TEST(PathSerializer, HugeCountFailsFastWithoutReserving) {
     ASSERT_NE(nullptr, read);
     EXPECT_EQ(2, read->numTriples());
     delete read.getPointer();
+}
+
+TEST(PathSerializer, FuzzSeedsAreValidStreamsOfBothFormats) {
+    char const* const root = std::getenv("SIMPLEPATH_SOURCE_DIR");
+    if (root == nullptr) {
+        GTEST_SKIP() << "SIMPLEPATH_SOURCE_DIR is not set";
+    }
+    auto const load = [&](char const* name) {
+        std::ifstream file(std::string(root) + "/tests/fuzz/corpus/fuzz_spath_read/" + name,
+                           std::ios::binary);
+        EXPECT_TRUE(file.good()) << name;
+        return std::string(std::istreambuf_iterator<char>(file), {});
+    };
+    char const* const seeds[] = {"v1_open", "v1_closed", "v2_empty", "v2_single_retracted",
+                                 "v2_closed_mixed"};
+    for (char const* name : seeds) {
+        std::istringstream in(load(name));
+        BinaryDeserializer deserializer(in);
+        SimplePath path;
+        EXPECT_EQ(SimplePathSerializer::Success, SimplePathSerializer::read(&path, deserializer)) << name;
+        EXPECT_EQ(EOF, in.peek()) << name;
+    }
+    SimplePath single;
+    addTriple(single, {1, 2}, {1, 2}, {1, 2}, SimplePathVertexTriple::Cusp);
+    EXPECT_EQ(load("v2_single_retracted"), bytesOf(single));
 }
