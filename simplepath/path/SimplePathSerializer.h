@@ -42,8 +42,9 @@ class SimplePathSerializer {
     // path).
     static Result write(PHashablePointer<SimplePath> const& path, Serializer& out);
 
-    // Reads one path and appends its vertices to `path`; a closed stream closes the path. A failure in
-    // the vertex records leaves the vertices read so far in the path: nothing is rolled back.
+    // Reads one path and appends its vertices to `path`; the stream of a closed path closes `path`.
+    // A failure in the vertex records leaves the vertices read so far in the path: nothing is rolled
+    // back.
     //
     // Hostile streams are safe: the vertex count is never trusted for an allocation (storage grows
     // only with records actually read), a negative count reads no vertex, and reading stops at the
