@@ -7,6 +7,7 @@
 
 #include "simplepath/path/SimplePath.h"
 #include "simplepath/path/SimplePathMemento.h"
+#include "support/PathHelpers.h"
 
 namespace {
 
@@ -22,20 +23,11 @@ std::vector<SimplePathVertexTriple> triplesOf(SimplePath const& path) {
     return {path.getTripleList().begin(), path.getTripleList().end()};
 }
 
-std::list<SimplePathLocationTriple> locationsOf(SimplePath const& path) {
-    std::list<SimplePathLocationTriple> out;
-    path.getLocationTripleList(out);
-    return out;
-}
-
 SimplePath makePath(int n) {
     SimplePath path;
-    SimplePathVertex* f = nullptr;
-    SimplePathVertex* a = nullptr;
-    SimplePathVertex* l = nullptr;
     for (int i = 0; i < n; ++i) {
         double const x = 10.0 * i;
-        path.addTriple({x - 1, 1}, f, {x, 0}, a, {x + 1, -1}, l, static_cast<Mode>(i % 3));
+        appendTriple(path, {x - 1, 1}, {x, 0}, {x + 1, -1}, static_cast<Mode>(i % 3));
     }
     return path;
 }

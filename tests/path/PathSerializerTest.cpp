@@ -15,6 +15,7 @@
 #include "simplepath/interfaces/BinarySerializer.h"
 #include "simplepath/path/SimplePath.h"
 #include "simplepath/path/SimplePathSerializer.h"
+#include "support/PathHelpers.h"
 
 namespace {
 
@@ -94,19 +95,9 @@ class ScriptedDeserializer : public Deserializer {
     }
 };
 
-std::vector<SimplePathLocationTriple> locationsOf(SimplePath const& path) {
-    std::list<SimplePathLocationTriple> list;
-    path.getLocationTripleList(list);
-    return {list.begin(), list.end()};
-}
-
 void addTriple(SimplePath& path, DPoint first, DPoint anchor, DPoint last, Mode mode) {
-    SimplePathVertex* f = nullptr;
-    SimplePathVertex* a = nullptr;
-    SimplePathVertex* l = nullptr;
-    ASSERT_EQ(SimplePath::Success, path.addTriple(first, f, anchor, a, last, l, mode));
+    ASSERT_EQ(SimplePath::Success, appendTriple(path, first, anchor, last, mode));
 }
-
 std::string bytesOf(SimplePath& path) {
     std::ostringstream out;
     BinarySerializer serializer(out);
