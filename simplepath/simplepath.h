@@ -35,11 +35,14 @@
 
 // Path model
 #include "simplepath/path/GenericPoint.h"
+#include "simplepath/path/MementoTriple.h"
 #include "simplepath/path/SimplePath.h"
 #include "simplepath/path/SimplePathConversion.h"
 #include "simplepath/path/SimplePathDPointVertex.h"
 #include "simplepath/path/SimplePathLocationTriple.h"
+#include "simplepath/path/SimplePathMemento.h"
 #include "simplepath/path/SimplePathPosition.h"
+#include "simplepath/path/SimplePathSerializer.h"
 #include "simplepath/path/SimplePathTripleList.h"
 #include "simplepath/path/SimplePathVertex.h"
 #include "simplepath/path/SimplePathVertexTriple.h"

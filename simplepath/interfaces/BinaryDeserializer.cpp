@@ -14,8 +14,20 @@ int BinaryDeserializer::readBytes(unsigned char* bytes, std::size_t count) {
         if (!in_.good()) {
             return 1;
         }
-        in_.read(reinterpret_cast<char*>(bytes), static_cast<std::streamsize>(count));
-        return static_cast<std::size_t>(in_.gcount()) == count ? 0 : 1;
+        // Straight from the stream buffer: a path is read a few bytes at a time, and going through
+        // istream::read would build a sentry for every number. A short read marks the stream as
+        // istream::read does, so that every later read fails too.
+        std::streambuf* const buffer = in_.rdbuf();
+        if (buffer == nullptr) {
+            in_.setstate(std::ios::badbit);
+            return 1;
+        }
+        auto const wanted = static_cast<std::streamsize>(count);
+        if (buffer->sgetn(reinterpret_cast<char*>(bytes), wanted) != wanted) {
+            in_.setstate(std::ios::eofbit | std::ios::failbit);
+            return 1;
+        }
+        return 0;
     } catch (...) {
         return 1;
     }

@@ -9,8 +9,16 @@ int BinarySerializer::writeBytes(unsigned char const* bytes, std::size_t count) 
         if (!out_.good()) {
             return 1;
         }
-        out_.write(reinterpret_cast<char const*>(bytes), static_cast<std::streamsize>(count));
-        return out_.good() ? 0 : 1;
+        // Straight into the stream buffer: a path is written a few bytes at a time, and going through
+        // ostream::write would build a sentry for every number. A short write marks the stream bad,
+        // as ostream::write does.
+        std::streambuf* const buffer = out_.rdbuf();
+        auto const wanted = static_cast<std::streamsize>(count);
+        if (buffer == nullptr || buffer->sputn(reinterpret_cast<char const*>(bytes), wanted) != wanted) {
+            out_.setstate(std::ios::badbit);
+            return 1;
+        }
+        return 0;
     } catch (...) {
         return 1;
     }

@@ -13,6 +13,7 @@
 #include "simplepath/path/SimplePathVertexTriple.h"
 
 class SimplePathChangeInstruction;
+class SimplePathMemento;
 
 // One editable outline: an open or closed chain of vertex triples joined by cubic Bezier segments.
 //
@@ -120,6 +121,17 @@ class SimplePath {
     Result setLocationTripleList(std::list<SimplePathLocationTriple> const& triples);
     // A closed four-triple circle, Smooth everywhere, starting at the top; the caller owns it.
     static SimplePath* createCircleSP(DPoint& center, double radius);
+
+    // ---- Mementos ----
+    // Records which vertex objects the path holds, in order, where each stands, the modes and the
+    // closed flag, and stores a new memento through `out` for the caller to own and delete. Fails,
+    // storing nothing, when `out` is null or memory is exhausted.
+    Result createMemento(SimplePathMemento** out) const;
+    // Puts back the very vertex objects the memento names, in its order, moves them to the recorded
+    // locations and restores the modes and the closed flag. Vertices the path holds now but the memento
+    // does not name leave the path without being deleted: their maker still owns them. Fails, with the
+    // path untouched, only for a null memento or when memory is exhausted.
+    Result undo(SimplePathMemento* memento);
 
   private:
     // Deep-copies `source` triple by triple onto the end of this path's list.
