@@ -196,6 +196,14 @@ TEST(PBezierAccuracy, LengthIsWithin1e12Relative) {
     auto curves = randomCurves(150, 2);
     auto hard = hardCurves();
     curves.insert(curves.end(), hard.begin(), hard.end());
+    // Near-cusps and straight curves nearly turning back, with the zero of B' continued to complex t at
+    // distances from 1e-1 to 1e-13 off the axis: across the cut between graded pieces and the cusp treatment.
+    for (int k = 1; k <= 26; ++k) {
+        double const e = std::pow(10.0, -0.5 * k);
+        curves.push_back({{0, 0}, {1000, 600}, {0, 600 + 1000 * e}, {1000, 0}});
+        curves.push_back({{0, 0}, {1000, 600}, {0, 600 - 1000 * e}, {1000, 0}});
+        curves.push_back({{0, 0}, {1000, 100 * e}, {-500, 0}, {600, 0}});
+    }
     double worst = 0.0;
     for (PBezier const& b : curves) {
         LD const truth = referenceLength(b);
