@@ -139,6 +139,17 @@ TEST(PBezierAccuracy, NearestPointIsTheGlobalMinimum) {
         probes.push_back(b[0]);               // at the ends
         probes.push_back(b[3]);
         probes.push_back(o + 0.5 * ((b[1] - o) + (b[2] - o))); // inside a loop, near a cusp
+        // At and near a centre of curvature the distance's slope has a double zero: the subdivision cannot
+        // separate its zeros and hands the piece to the cascade.
+        DVector const v = b.derivative(0.37);
+        DVector const acc =
+            6.0 * ((b[2] - b[1]) - (b[1] - b[0])) * 0.63 + 6.0 * ((b[3] - b[2]) - (b[2] - b[1])) * 0.37;
+        double const cross = v.x * acc.y - v.y * acc.x;
+        if (std::fabs(cross) > 1e-9 * v.squaredLength() * v.length() / (s > 0 ? s : 1.0)) {
+            DPoint const centre = b.bValue(0.37) + v.ortho() * (v.squaredLength() / cross);
+            probes.push_back(centre);
+            probes.push_back(centre + v * (1e-7 / v.length()));
+        }
         for (DPoint const& p : probes) {
             double const t = b.findNearestPointTValue(p);
             ASSERT_GE(t, 0.0);
