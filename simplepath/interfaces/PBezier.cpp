@@ -569,8 +569,8 @@ class DistanceToPoint {
 // products of those of B - p (cubic) and B' (quadratic). By Descartes' rule for the Bernstein basis, an
 // interval whose coefficients change sign once holds exactly one zero, none when they do not change sign;
 // intervals with more sign changes are halved (de Casteljau on the coefficients) until each has at most
-// one, and a single rising zero is solved by safeguarded Newton from the control polygon's crossing. So no
-// minimum is missed however the curve loops, cusps or doubles back. A coefficient within its rounding
+// one, and a single rising zero is solved by safeguarded Halley steps from the control polygon's crossing. So
+// no minimum is missed however the curve loops, cusps or doubles back. A coefficient within its rounding
 // error of zero (64 ulps of the largest product) leaves its sign open and the interval is halved too; one
 // still open at 1/4096 of the parameter range (zeros of f packed that closely: a point near a cusp or a
 // centre of curvature) goes to the derivative cascade on the power-basis quintic with Newton polish, which
@@ -678,12 +678,50 @@ double PBezier::findNearestPointTValue(DPoint const& p) const {
     return bestT;
 }
 
-// Method: the zeros of y'(t) (closed-form quadratic) cut [0, 1] into pieces where y is monotone. A piece
-// whose ends differ in sign holds exactly one crossing, found by safeguarded Newton to about 1e-15 in t
-// (for a crossing where |y'| is not tiny; a crossing's error is the evaluation error over |y'|). A cut where
-// |y| is within the evaluation's rounding error (a few ulps of the largest |control y|) is a tangency and
-// is reported once, as the cut itself: a double root is found to the accuracy of the derivative's zero.
-// The end values are the control points' y exactly, so an end on the axis is reported exactly.
+namespace {
+
+// The zero of the cubic c0 + c1 t + c2 t^2 + c3 t^3 in [lo, hi], where it changes sign once (rising: from
+// negative to positive), from start: Halley steps, bisection when a step leaves the bracket. Halley
+// converges cubically: a step s leaves an error of about C s^3 with C = (f''/f')^2 / 4 - f'''/(6 f'), so the
+// iteration stops once that estimate is below 1e-14 (a crossing where f' is tiny, next to a tangency, takes
+// the steps it needs). At most 100 steps.
+double cubicZero(double const* c, double lo, double hi, bool rising, double t) {
+    for (int k = 0; k < 100; ++k) {
+        double const f = ((c[3] * t + c[2]) * t + c[1]) * t + c[0];
+        if (f == 0.0) {
+            return t;
+        }
+        if ((f < 0.0) == rising) {
+            lo = t;
+        } else {
+            hi = t;
+        }
+        double const d = (3.0 * c[3] * t + 2.0 * c[2]) * t + c[1];
+        double const dd = 6.0 * c[3] * t + 2.0 * c[2];
+        double const step = 2.0 * f * d / (2.0 * d * d - f * dd);
+        double next = t - step;
+        double const s3 = step * step * std::fabs(step);
+        if ((0.25 * dd * dd + std::fabs(c[3] * d)) * s3 <= 1e-14 * d * d) {
+            return next > lo && next < hi ? next : t;
+        }
+        if (!(next > lo && next < hi)) {
+            next = 0.5 * (lo + hi);
+        }
+        t = next;
+    }
+    return t;
+}
+
+} // namespace
+
+// Method: when the control values change sign once, the crossing is single and simple (Descartes' rule for
+// the Bernstein basis) and is solved directly on [0, 1] (cubicZero, from the control polygon's crossing).
+// Otherwise the zeros of y'(t) (closed-form quadratic) cut [0, 1] into pieces where y is monotone. A piece
+// whose ends differ in sign holds exactly one crossing, found by cubicZero to about 1e-15 in t (for a
+// crossing where |y'| is not tiny; a crossing's error is the evaluation error over |y'|). A cut where |y| is
+// within the evaluation's rounding error (a few ulps of the largest |control y|) is a tangency and is
+// reported once, as the cut itself: a double root is found to the accuracy of the derivative's zero. The
+// end values are the control points' y exactly, so an end on the axis is reported exactly.
 void intersectBezierWithXAxis(PBezier const& bez, std::vector<double>& params) {
     double const y0 = bez[0].y, y1 = bez[1].y, y2 = bez[2].y, y3 = bez[3].y;
     if (y0 == 0.0 && y1 == 0.0 && y2 == 0.0 && y3 == 0.0) {
@@ -700,6 +738,15 @@ void intersectBezierWithXAxis(PBezier const& bez, std::vector<double>& params) {
         return;
     }
     double const c[4] = {y0, 3.0 * (y1 - y0), 3.0 * ((y2 - y1) - (y1 - y0)), (y3 - y0) - 3.0 * (y2 - y1)};
+    bool const n0 = y0 < 0.0, n1 = y1 < 0.0, n2 = y2 < 0.0, n3 = y3 < 0.0;
+    if (y0 != 0.0 && y1 != 0.0 && y2 != 0.0 && y3 != 0.0 && (n0 != n1) + (n1 != n2) + (n2 != n3) == 1) {
+        // One sign change of the control values: exactly one crossing, a simple one (Descartes' rule for the
+        // Bernstein basis), started from the control polygon's crossing.
+        double const ys[4] = {y0, y1, y2, y3};
+        int const k = n0 != n1 ? 0 : (n1 != n2 ? 1 : 2);
+        params.push_back(cubicZero(c, 0.0, 1.0, n0, (k + ys[k] / (ys[k] - ys[k + 1])) / 3.0));
+        return;
+    }
     double const zeroTol = 8.0 * kEps * big;
     double cuts[3];
     int const m = derivativeZeros(y0, y1, y2, y3, cuts);
@@ -733,7 +780,7 @@ void intersectBezierWithXAxis(PBezier const& bez, std::vector<double>& params) {
         if (fb == 0.0) {
             push(b);
         } else if (fa != 0.0 && (fa < 0.0) != (fb < 0.0)) {
-            push(std::min(b, std::max(a, polyroots::solveBracketed<3>(c, a, b, fa, fb))));
+            push(cubicZero(c, a, b, fa < 0.0, a + (b - a) * (fa / (fa - fb))));
         }
         a = b;
         fa = fb;

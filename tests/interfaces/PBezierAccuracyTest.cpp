@@ -334,6 +334,27 @@ TEST(PBezierAccuracy, AxisTangenciesAndDegenerateCurves) {
     intersectBezierWithXAxis(PBezier({0, 1}, {1, INFINITY}, {2, -1}, {3, 3}), r);
     intersectBezierWithXAxis(PBezier({0, 1}, {1, 2}, {2, 1e-300}, {3, 3}), r);
     EXPECT_EQ(r, std::vector<double>{42.0});
+    // Two crossings closing in on a tangency: y = 3 (2t - 1)^2 - 3e, zeros at 1/2 +- sqrt(e)/2.
+    for (double e : {1e-2, 1e-4, 1e-6, 1e-8}) {
+        r.clear();
+        intersectBezierWithXAxis(PBezier({0, 3 - 3 * e}, {1, -1 - 3 * e}, {2, -1 - 3 * e}, {3, 3 - 3 * e}),
+                                 r);
+        ASSERT_EQ(r.size(), 2u);
+        EXPECT_NEAR(r[0], 0.5 - 0.5 * std::sqrt(e), 1e-12);
+        EXPECT_NEAR(r[1], 0.5 + 0.5 * std::sqrt(e), 1e-12);
+    }
+    // One sign change among the control values is one simple crossing; a control value of zero leaves
+    // that shortcut and takes the monotone pieces, with the same answer: y = 3t^2 - 2t^3 - 0.5 on (0, 1).
+    for (double y1 : {-0.5, 0.0}) {
+        r.clear();
+        PBezier const b({0, -0.5}, {1, y1}, {2, 0.5}, {3, 0.5});
+        intersectBezierWithXAxis(b, r);
+        std::vector<LD> const want = referenceCrossings(b);
+        ASSERT_EQ(r.size(), want.size());
+        for (std::size_t i = 0; i < r.size(); ++i) {
+            EXPECT_NEAR(r[i], double(want[i]), 1e-12);
+        }
+    }
     // Nearly flat crossings, at tiny and huge scale.
     for (double s : {1e-9, 1.0, 1e9}) {
         r.clear();
