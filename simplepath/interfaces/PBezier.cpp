@@ -377,28 +377,27 @@ void PBezier::getPolyline(double tolerance, std::vector<DPoint>& out) const {
     out.push_back(p_[3]);
 }
 
-// Method: per coordinate, the end values, and when a control value lies outside the ends' range, the
-// curve's values at the zeros of the derivative (closed-form quadratic). The extremes are exact to a few
-// ulps: at a derivative zero, an error in t changes the value only to second order.
+// Method: per coordinate, the end values and the curve's values at the zeros of the derivative, both
+// roots of the quadratic always computed by the cancellation-free closed form and clamped into [0, 1]
+// without branches (the hull test and root counting were data-dependent branches that mispredicted on
+// arbitrary curves). A clamped or spurious root is harmless: the curve's value at any t in [0, 1] lies
+// within its extent, so only true extremes can widen the result. A complex pair (negative discriminant)
+// gives the real part, a vanishing leading coefficient an infinite root that clamps to an end. The extremes
+// are exact to a few ulps: at a derivative zero, an error in t changes the value only to second order.
 void PBezier::localMinMax(double& minX, double& minY, double& maxX, double& maxY) const {
     auto fold = [](double v0, double v1, double v2, double v3, double& lo, double& hi) {
-        double a = std::min(v0, v3);
-        double b = std::max(v0, v3);
-        if (v1 < a || v1 > b || v2 < a || v2 > b) {
-            double ts[2];
-            int const n = derivativeZeros(v0, v1, v2, v3, ts);
-            for (int i = 0; i < n; ++i) {
-                double const v = bernstein(v0, v1, v2, v3, ts[i]);
-                a = std::min(a, v);
-                b = std::max(b, v);
-            }
-        }
-        if (a < lo) {
-            lo = a;
-        }
-        if (b > hi) {
-            hi = b;
-        }
+        double const d0 = v1 - v0;
+        double const d1 = v2 - v1;
+        double const d2 = v3 - v2;
+        double const c1 = 2.0 * (d1 - d0);
+        double const c2 = d0 - 2.0 * d1 + d2;
+        double const disc = c1 * c1 - 4.0 * c2 * d0;
+        double const q = -0.5 * (c1 + std::copysign(std::sqrt(disc > 0.0 ? disc : 0.0), c1));
+        auto clamp = [](double t) { return t > 0.0 ? (t < 1.0 ? t : 1.0) : 0.0; }; // NaN goes to 0
+        double const e1 = bernstein(v0, v1, v2, v3, clamp(q / c2));
+        double const e2 = bernstein(v0, v1, v2, v3, clamp(d0 / q));
+        lo = std::min(std::min(lo, std::min(v0, v3)), std::min(e1, e2));
+        hi = std::max(std::max(hi, std::max(v0, v3)), std::max(e1, e2));
     };
     fold(p_[0].x, p_[1].x, p_[2].x, p_[3].x, minX, maxX);
     fold(p_[0].y, p_[1].y, p_[2].y, p_[3].y, minY, maxY);
