@@ -188,12 +188,12 @@ constexpr double kGaussNodes[][2] = {
 struct GaussRule {
     int pairs;   // node pairs (half the point count)
     int first;   // index of the first pair in kGaussNodes
-    double minA; // cosh(14 / points): see PBezier::length
+    double minA; // cosh(13 / points): see PBezier::length
 };
 constexpr GaussRule kGaussRules[] = {
-    {2, 0, 16.572824671057315},  {3, 2, 5.204615234595086},    {4, 5, 2.964188309728088},
-    {5, 9, 2.1508984653931407},  {6, 14, 1.7613368835340792},  {8, 20, 1.4078686568228032},
-    {10, 28, 1.255169005630943}, {12, 38, 1.1750184857129014}, {16, 50, 1.0972394125310125}};
+    {2, 0, 12.914557062512392},   {3, 2, 4.421848603856409},    {4, 5, 2.6376653561921377},
+    {5, 9, 1.9709142303266285},   {6, 14, 1.6464884760994243},  {8, 20, 1.3486410486471443},
+    {10, 28, 1.2187933028874562}, {12, 38, 1.1503235362495685}, {16, 50, 1.0836607053518053}};
 constexpr int kGaussRuleCount = sizeof(kGaussRules) / sizeof(kGaussRules[0]);
 
 // The rule on [a, b], each node pair as one Lanes.
@@ -277,14 +277,14 @@ int hodographZeros(Hodograph const& h, Singularity* out) {
 // Gauss-Legendre on a piece [a, b] then errs by about rho^-2n, where rho is the parameter of the Bernstein
 // ellipse (foci a and b) through the nearest singularity: the ellipse's semi-major axis over the half-width,
 // A = (|z - a| + |z - b|) / (b - a), gives rho = A + sqrt(A^2 - 1) = exp(acosh A). [0, 1] is cut greedily
-// from the left into the widest pieces whose A reaches cosh(14/32) for every singularity (so the 32-point
-// rule has rho^-64 <= e^-28), and each piece takes the fewest points n of kGaussRules with
-// A >= cosh(14/n). Pieces thus shrink geometrically towards a singularity close to [0, 1] (a near-cusp) and
+// from the left into the widest pieces whose A reaches cosh(13/32) for every singularity (so the 32-point
+// rule has rho^-64 <= e^-26), and each piece takes the fewest points n of kGaussRules with
+// A >= cosh(13/n). Pieces thus shrink geometrically towards a singularity close to [0, 1] (a near-cusp) and
 // a random curve needs two or three pieces (about 60 evaluations of |B'|). A singularity at a distance
 // q <= 1e-8 from the real axis is treated as a real double zero of |B'|^2 (a cusp, or a straight curve
 // turning back): |B'| is then |t - x| times an analytic function, so the interval is only cut at x; what
 // this neglects is O(q^2 log(1/q)) of the length, below 1e-14. Against a long double reference on thousands
-// of random curves and near-cusp families the relative error stays below 1e-14, so the rho^-2n estimate
+// of random curves and near-cusp families the relative error stays below 1e-13, so the rho^-2n estimate
 // keeps a wide margin for the constant it omits below the promised 1e-12. Non-finite input passes NaN or inf
 // through.
 double PBezier::length() const {
