@@ -40,9 +40,6 @@ struct Lanes {
     friend Lanes sqrt(Lanes a) {
         return _mm_sqrt_pd(a.v);
     }
-    friend Lanes min(Lanes a, Lanes b) {
-        return _mm_min_pd(a.v, b.v);
-    }
 #else
     double l, h;
     Lanes(double a, double b) : l(a), h(b) {}
@@ -64,9 +61,6 @@ struct Lanes {
     }
     friend Lanes sqrt(Lanes a) {
         return {std::sqrt(a.l), std::sqrt(a.h)};
-    }
-    friend Lanes min(Lanes a, Lanes b) {
-        return {b.l < a.l ? b.l : a.l, b.h < a.h ? b.h : a.h};
     }
 #endif
 };
