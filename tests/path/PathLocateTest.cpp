@@ -80,7 +80,7 @@ TEST(Locate, NormalisesNearOneAndCarriesOnce) {
 
     DPoint const untouched(-7, -7);
     p = untouched;
-    EXPECT_FALSE(locates(path, 1, 1.5, p));      // carries onto the end index with a parameter
+    EXPECT_FALSE(locates(path, 1, 1.5, p));        // carries onto the end index with a parameter
     EXPECT_FALSE(locates(path, 1, 1.00000001, p)); // beyond the 1e-9 rounding allowance
     EXPECT_FALSE(locates(path, 0, -0.1, p));
     EXPECT_FALSE(locates(path, 0, -1e-15, p));
@@ -144,7 +144,8 @@ TEST(PretransformLocate, IsStrictAndEvaluatesMappedControlPoints) {
                   path.pretransformLocatePosition(bend, positionOf(path, index, parameter), p))
             << index << ", " << parameter;
     }
-    EXPECT_EQ(SimplePath::Success, path.locatePosition(positionOf(path, 0, 1.0000000001), p)); // forgiven there
+    EXPECT_EQ(SimplePath::Success,
+              path.locatePosition(positionOf(path, 0, 1.0000000001), p)); // forgiven there
 
     SimplePath closedPath;
     buildTwoSegments(closedPath, 1);

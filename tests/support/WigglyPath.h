@@ -34,8 +34,8 @@ inline void buildWigglyBlob(SimplePath& path, int segments, std::uint64_t seed, 
     double const phase = random.between(0.0, 2.0 * pi);
     for (int i = 0; i < segments; ++i) {
         double const angle = 2.0 * pi * i / segments;
-        double const r = radius * (0.85 + 0.1 * std::sin(5.0 * angle + phase)) +
-                         random.between(-1.5, 1.5) * spacing;
+        double const r =
+            radius * (0.85 + 0.1 * std::sin(5.0 * angle + phase)) + random.between(-1.5, 1.5) * spacing;
         DPoint const anchor(r * std::cos(angle), r * std::sin(angle));
         double const turn = angle + pi / 2.0 + random.between(-1.2, 1.2);
         DVector const tangent(std::cos(turn), std::sin(turn));
