@@ -217,6 +217,6 @@ TEST(InterPositionMetric, SignedSegmentsWithTheWrapWinningTies) {
                      closed.getInterPositionMetric(positionOf(closed, 0, 0.0), positionOf(closed, 2, 0.0)));
     EXPECT_DOUBLE_EQ(-2.0,
                      closed.getInterPositionMetric(positionOf(closed, 2, 0.0), positionOf(closed, 0, 0.0)));
-    EXPECT_DOUBLE_EQ(4.0,
+    EXPECT_DOUBLE_EQ(0.0,
                      closed.getInterPositionMetric(positionOf(closed, 1, 0.0), positionOf(closed, 1, 0.0)));
 }
