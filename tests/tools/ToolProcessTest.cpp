@@ -1,0 +1,210 @@
+// Runs the built simplepath program as a process on the sample drawings, as a user would.
+#include "toolkit/OutputFile.h"
+#include "toolkit/PathDataParser.h"
+#include "toolkit/SvgDocument.h"
+#include "tools/ChainSampling.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <sstream>
+
+#include <sys/wait.h>
+
+using namespace sptool;
+using sptool::testing::sampledDistance;
+namespace fs = std::filesystem;
+
+namespace {
+
+struct Outcome {
+    int code = -1;
+    std::string out;
+    std::string err;
+};
+
+std::string quoted(std::string const& arg) {
+    std::string q = "'";
+    for (char c : arg) {
+        q += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    }
+    return q + "'";
+}
+
+fs::path scratch() {
+    fs::path const dir = fs::temp_directory_path() / ("simplepath-tool-test-" + std::to_string(::getpid()));
+    fs::create_directories(dir);
+    return dir;
+}
+
+// Runs the tool with the arguments through the shell, capturing both streams.
+Outcome run(std::vector<std::string> const& args, std::string const& input = "") {
+    fs::path const dir = scratch();
+    std::string command = quoted(SIMPLEPATH_TOOL_PATH);
+    for (std::string const& a : args) {
+        command += " " + quoted(a);
+    }
+    std::string const in = (dir / "stdin").string();
+    std::string const out = (dir / "stdout").string();
+    std::string const err = (dir / "stderr").string();
+    {
+        FILE* f = std::fopen(in.c_str(), "wb");
+        std::fwrite(input.data(), 1, input.size(), f);
+        std::fclose(f);
+    }
+    int const status =
+        std::system((command + " <" + quoted(in) + " >" + quoted(out) + " 2>" + quoted(err)).c_str());
+    Outcome r;
+    r.code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    std::string ignored;
+    r.out = readWholeFile(out, ignored);
+    r.err = readWholeFile(err, ignored);
+    return r;
+}
+
+std::string sample(char const* name) {
+    return std::string(SIMPLEPATH_SAMPLE_DATA) + "/" + name;
+}
+
+std::vector<CubicChain> chainsOfLines(std::string const& text) {
+    std::vector<CubicChain> chains;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);) {
+        PathDataResult parsed = parsePathData(line);
+        EXPECT_TRUE(parsed.ok()) << line;
+        chains.insert(chains.end(), parsed.chains.begin(), parsed.chains.end());
+    }
+    return chains;
+}
+
+std::vector<CubicChain> chainsOfFile(std::string const& path) {
+    std::string error;
+    SvgReadResult read = readSvgDocument(readWholeFile(path, error));
+    EXPECT_TRUE(read.ok()) << read.error;
+    return read.document.chains;
+}
+
+char const* const kSamples[] = {"icon.svg", "open-paths.svg", "exported-logo.svg", "exported-drawing.svg",
+                                "minified-icons.svg"};
+
+// Removes the scratch folder that the runs of each test leave behind.
+class ToolProcess : public ::testing::Test {
+protected:
+    void TearDown() override {
+        std::error_code ignored;
+        fs::remove_all(scratch(), ignored);
+    }
+};
+
+} // namespace
+
+TEST_F(ToolProcess, ConvertsEverySampleToPathDataThatDrawsTheSameCurves) {
+    for (char const* name : kSamples) {
+        Outcome const r = run({sample(name)});
+        ASSERT_EQ(r.code, 0) << name << ": " << r.err;
+        EXPECT_EQ(r.err, "");
+        std::vector<CubicChain> const expected = chainsOfFile(sample(name));
+        EXPECT_FALSE(expected.empty()) << name;
+        EXPECT_EQ(sampledDistance(chainsOfLines(r.out), expected), 0.0) << name;
+    }
+    // The icon has closed outlines, the open drawing open ones.
+    std::string const icon = run({sample("icon.svg")}).out;
+    EXPECT_NE(icon.find('Z'), std::string::npos);
+    EXPECT_EQ(run({sample("open-paths.svg")}).out.find('Z'), std::string::npos);
+}
+
+TEST_F(ToolProcess, WritesSvgAndJsonInTheInputFrame) {
+    fs::path const out = scratch() / "converted.svg";
+    Outcome const r = run({sample("exported-drawing.svg"), "convert", "--format", "svg", "-o", out.string()});
+    ASSERT_EQ(r.code, 0) << r.err;
+    EXPECT_EQ(r.out, "");
+    std::string error;
+    SvgReadResult const back = readSvgDocument(readWholeFile(out.string(), error));
+    ASSERT_TRUE(back.ok()) << back.error;
+    EXPECT_EQ(back.document.frame.width, "210mm");
+    EXPECT_EQ(back.document.frame.viewBox, (std::array<double, 4>{0, 0, 210, 148}));
+    EXPECT_EQ(sampledDistance(back.document.chains, chainsOfFile(sample("exported-drawing.svg"))), 0.0);
+
+    Outcome const json = run({"--d", "M0 0L10 0Q20 0 20 10Z m5 5h1", "--json", "--decimals", "2"});
+    ASSERT_EQ(json.code, 0) << json.err;
+    nlohmann::json const report = nlohmann::json::parse(json.out);
+    ASSERT_EQ(report["paths"].size(), 2u);
+    EXPECT_EQ(report["paths"][0]["closed"], true);
+    EXPECT_EQ(report["paths"][0]["segments"], 3);
+    EXPECT_EQ(report["paths"][0]["d"], "M0 0L10 0C16.67 0 20 3.33 20 10Z");
+    EXPECT_EQ(report["paths"][1]["d"], "M5 5L6 5");
+}
+
+TEST_F(ToolProcess, ReadsPathDataFromFilesAndStandardInput) {
+    fs::path const data = scratch() / "shape.txt";
+    ASSERT_EQ(writeFileAtomically(data.string(), "M0 0 q5 5 10 0\n"), "");
+    Outcome const fromFile = run({data.string()});
+    EXPECT_EQ(fromFile.code, 0) << fromFile.err;
+    Outcome const fromStdin =
+        run({"-"}, "<svg xmlns='http://www.w3.org/2000/svg'><path d='M0 0 q5 5 10 0'/></svg>");
+    EXPECT_EQ(fromStdin.code, 0) << fromStdin.err;
+    EXPECT_EQ(fromFile.out, fromStdin.out);
+    EXPECT_EQ(fromFile.out,
+              "M0 0C3.333333333333333 3.333333333333333 6.666666666666667 3.333333333333333 10 0\n");
+}
+
+TEST_F(ToolProcess, EveryErrorIsOneLineWithANonZeroExit) {
+    fs::path const bad = scratch() / "bad.svg";
+    ASSERT_EQ(writeFileAtomically(bad.string(), "<svg><path id='a' d='M0 0 L 5'/></svg>"), "");
+    struct Case {
+        std::vector<std::string> args;
+        int code;
+        std::string err;
+    } const cases[] = {
+        {{"--d", "M0 0 L1 x"},
+         1,
+         "simplepath: error: --d: path data at offset 8: expected a number, found 'x'\n"},
+        {{bad.string()},
+         1,
+         "simplepath: error: " + bad.string() +
+             ": <path id=\"a\"> at byte 5: d at offset 8: expected a number, found the end of the data\n"},
+        {{"/nonexistent/drawing.svg"},
+         1,
+         "simplepath: error: cannot read '/nonexistent/drawing.svg': No such file or directory\n"},
+        {{sample("icon.svg"), "frobnicate"},
+         1,
+         "simplepath: error: unknown command 'frobnicate' (run simplepath --help for the list)\n"},
+        {{sample("icon.svg"), "delete", "--vertex"}, 1, ""},
+        {{sample("icon.svg"), "info"}, 2, "simplepath: info: not yet available\n"},
+        {{sample("icon.svg"), "drag", "--near", "1", "2", "--to", "3", "4"},
+         2,
+         "simplepath: drag: not yet available\n"},
+    };
+    for (Case const& c : cases) {
+        Outcome const r = run(c.args);
+        EXPECT_EQ(r.code, c.code) << c.args.back();
+        EXPECT_EQ(r.out, "") << c.args.back();
+        if (!c.err.empty()) {
+            EXPECT_EQ(r.err, c.err);
+        } else {
+            EXPECT_EQ(r.err.rfind("simplepath: error: delete: ", 0), 0u) << r.err;
+        }
+        EXPECT_EQ(r.err.find('\n'), r.err.size() - 1) << r.err;
+    }
+}
+
+TEST_F(ToolProcess, AFailedCallLeavesTheOutputFileUntouched) {
+    fs::path const out = scratch() / "kept.txt";
+    ASSERT_EQ(writeFileAtomically(out.string(), "before"), "");
+    Outcome const failed = run({"--d", "M0 0 L", "-o", out.string()});
+    EXPECT_EQ(failed.code, 1);
+    std::string error;
+    EXPECT_EQ(readWholeFile(out.string(), error), "before");
+
+    Outcome const unwritable =
+        run({"--d", "M0 0 L1 1", "-o", (scratch() / "no-such-folder" / "x.txt").string()});
+    EXPECT_EQ(unwritable.code, 1);
+    EXPECT_NE(unwritable.err.find("No such file or directory"), std::string::npos);
+
+    Outcome const written = run({"--d", "M0 0 L1 1", "-o", out.string()});
+    EXPECT_EQ(written.code, 0);
+    EXPECT_EQ(readWholeFile(out.string(), error), "M0 0L1 1\n");
+}

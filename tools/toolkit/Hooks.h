@@ -1,0 +1,41 @@
+#pragma once
+
+#include "toolkit/CommandLine.h"
+#include "toolkit/Session.h"
+
+#include <string>
+#include <vector>
+
+namespace sptool {
+
+// The places where the tool meets the library's path model. Each returns an exit code: kExitOk lets the
+// call go on with the next command; anything else ends it with that code (after the hook has printed one
+// line through Session::fail or Session::notYetAvailable).
+//
+// The drawing enters as cubic chains (Session::chains, one per subpath, closed chains ending on their
+// start) and leaves through currentChains(); everything between is the library's business.
+
+// Called once after the input is read, before the first command: turn the chains into library paths.
+int adoptChains(Session& session);
+// The drawing as it stands after the edits so far, as chains, for convert and the SVG outputs.
+std::vector<CubicChain> currentChains(Session& session);
+
+// Reads a .spath stream (the library's binary path layout) into the session.
+int readSpathInput(Session& session, std::string const& bytes);
+// Writes the drawing as a .spath stream, through Session::emit.
+int writeSpathOutput(Session& session, std::string const& outputPath);
+
+int runInfo(Session& session, InfoStep const& step);
+int runNearest(Session& session, NearestStep const& step);
+int runIntersect(Session& session, IntersectStep const& step);
+int runPick(Session& session, PickStep const& step);
+int runRender(Session& session, RenderStep const& step);
+int runInsert(Session& session, InsertStep const& step);
+int runDelete(Session& session, DeleteStep const& step);
+int runMode(Session& session, ModeStep const& step);
+int runSplit(Session& session, SplitStep const& step);
+int runJoin(Session& session, JoinStep const& step);
+int runDrag(Session& session, DragStep const& step);
+int runTransform(Session& session, TransformStep const& step);
+
+} // namespace sptool

@@ -1,0 +1,117 @@
+#include "toolkit/SvgScanner.h"
+
+#include <charconv>
+#include <cstdio>
+#include <system_error>
+
+namespace sptool {
+namespace {
+
+bool isWhitespace(char c) {
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f';
+}
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+} // namespace
+
+void SvgScanner::skipWhitespace() {
+    while (!atEnd() && isWhitespace(s_[i_])) {
+        ++i_;
+    }
+}
+
+void SvgScanner::skipSeparator() {
+    skipWhitespace();
+    if (!atEnd() && s_[i_] == ',') {
+        ++i_;
+        skipWhitespace();
+    }
+}
+
+bool SvgScanner::atNumberStart() const {
+    if (atEnd()) {
+        return false;
+    }
+    char const c = s_[i_];
+    return isDigit(c) || c == '.' || c == '-' || c == '+';
+}
+
+std::size_t SvgScanner::scanDigits() {
+    std::size_t const from = i_;
+    while (!atEnd() && isDigit(s_[i_])) {
+        ++i_;
+    }
+    return i_ - from;
+}
+
+double SvgScanner::number() {
+    std::size_t const start = i_;
+    bool negative = false;
+    if (!atEnd() && (s_[i_] == '+' || s_[i_] == '-')) {
+        negative = s_[i_] == '-';
+        ++i_;
+    }
+    std::size_t const mantissa = i_;
+    std::size_t digits = scanDigits();
+    if (!atEnd() && s_[i_] == '.') {
+        ++i_;
+        digits += scanDigits();
+    }
+    if (digits == 0) {
+        i_ = start;
+        fail("a number");
+    }
+    bool negativeExponent = false;
+    if (!atEnd() && (s_[i_] == 'e' || s_[i_] == 'E')) {
+        ++i_;
+        if (!atEnd() && (s_[i_] == '+' || s_[i_] == '-')) {
+            negativeExponent = s_[i_] == '-';
+            ++i_;
+        }
+        if (scanDigits() == 0) {
+            fail("the digits of an exponent");
+        }
+    }
+    double value = 0.0;
+    auto const [end, ec] = std::from_chars(s_.data() + mantissa, s_.data() + i_, value);
+    if (ec == std::errc::result_out_of_range) {
+        if (!negativeExponent) {
+            i_ = start;
+            fail("a number within the range of double precision");
+        }
+        value = 0.0; // below the smallest double
+    } else if (ec != std::errc() || end != s_.data() + i_) {
+        i_ = start;
+        fail("a number");
+    }
+    return negative ? -value : value;
+}
+
+bool SvgScanner::flag() {
+    if (atEnd() || (s_[i_] != '0' && s_[i_] != '1')) {
+        fail("an arc flag (0 or 1)");
+    }
+    return s_[i_++] == '1';
+}
+
+std::string describeCharacterAt(std::string_view text, std::size_t offset) {
+    if (offset >= text.size()) {
+        return "the end of the data";
+    }
+    unsigned char const c = static_cast<unsigned char>(text[offset]);
+    if (c < 0x20 || c >= 0x7f) {
+        char buffer[8];
+        std::snprintf(buffer, sizeof buffer, "0x%02X", c);
+        return std::string("byte ") + buffer;
+    }
+    return std::string("'") + static_cast<char>(c) + "'";
+}
+
+std::string describeFailure(std::string_view text, ScanFailure const& failure) {
+    return "at offset " + std::to_string(failure.offset) + ": expected " + failure.expected + ", found " +
+           describeCharacterAt(text, failure.offset);
+}
+
+} // namespace sptool

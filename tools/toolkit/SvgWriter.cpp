@@ -1,0 +1,176 @@
+#include "toolkit/SvgWriter.h"
+
+#include "toolkit/PathDataWriter.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace sptool {
+
+CubicChain chainOfVertices(RenderPath const& path) {
+    CubicChain chain;
+    if (path.vertices.empty()) {
+        return chain;
+    }
+    std::size_t const n = path.vertices.size();
+    chain.start = path.vertices[0].anchor;
+    chain.closed = path.closed;
+    std::size_t const segments = path.closed ? n : n - 1;
+    for (std::size_t i = 0; i < segments; ++i) {
+        RenderVertex const& a = path.vertices[i];
+        RenderVertex const& b = path.vertices[(i + 1) % n];
+        chain.segments.push_back({a.out, b.in, b.anchor});
+    }
+    return chain;
+}
+
+namespace {
+
+// The smallest box around a set of points, grown point by point.
+struct Box {
+    double minX = std::numeric_limits<double>::infinity();
+    double minY = std::numeric_limits<double>::infinity();
+    double maxX = -std::numeric_limits<double>::infinity();
+    double maxY = -std::numeric_limits<double>::infinity();
+
+    void add(DPoint const& p) {
+        minX = std::min(minX, p.x);
+        minY = std::min(minY, p.y);
+        maxX = std::max(maxX, p.x);
+        maxY = std::max(maxY, p.y);
+    }
+    void add(CubicChain const& chain) {
+        add(chain.start);
+        for (CubicSegment const& segment : chain.segments) {
+            std::for_each(segment.begin(), segment.end(), [&](DPoint const& p) { add(p); });
+        }
+    }
+    bool empty() const { return !(minX <= maxX && minY <= maxY); }
+};
+
+// The viewBox to draw in: the input's, or the box with a margin of 5% of its larger side (at least 1).
+std::array<double, 4> drawingBox(SvgFrame const& frame, Box const& box) {
+    if (frame.hasViewBox) {
+        return frame.viewBox;
+    }
+    if (box.empty()) {
+        return {0.0, 0.0, 100.0, 100.0};
+    }
+    double const margin = std::max(1.0, 0.05 * std::max(box.maxX - box.minX, box.maxY - box.minY));
+    return {box.minX - margin, box.minY - margin, box.maxX - box.minX + 2 * margin,
+            box.maxY - box.minY + 2 * margin};
+}
+
+std::string number(double value) {
+    std::string out;
+    appendNumber(out, value, NumberFormat{4});
+    return out;
+}
+
+std::string escapeAttribute(std::string const& text) {
+    std::string out;
+    for (char c : text) {
+        switch (c) {
+        case '&':
+            out += "&amp;";
+            break;
+        case '<':
+            out += "&lt;";
+            break;
+        case '"':
+            out += "&quot;";
+            break;
+        default:
+            out.push_back(c);
+        }
+    }
+    return out;
+}
+
+std::string documentStart(SvgFrame const& frame, std::array<double, 4> const& viewBox) {
+    std::string out = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\"";
+    if (!frame.width.empty() && !frame.height.empty()) {
+        out += " width=\"" + escapeAttribute(frame.width) + "\" height=\"" + escapeAttribute(frame.height) +
+               "\"";
+    }
+    out += " viewBox=\"";
+    for (std::size_t i = 0; i < 4; ++i) {
+        out += (i > 0 ? " " : "") + number(viewBox[i]);
+    }
+    return out + "\">\n";
+}
+
+} // namespace
+
+std::string writeSvgDocument(SvgFrame const& frame, std::vector<CubicChain> const& chains,
+                             NumberFormat format) {
+    Box box;
+    std::for_each(chains.begin(), chains.end(), [&](CubicChain const& chain) { box.add(chain); });
+    std::array<double, 4> const viewBox = drawingBox(frame, box);
+    double const unit = std::max(viewBox[2], viewBox[3]) / 400.0;
+    std::string out = documentStart(frame, viewBox);
+    out += "<g fill=\"none\" stroke=\"#000\" stroke-width=\"" + number(unit) + "\">\n";
+    for (CubicChain const& chain : chains) {
+        out += "<path d=\"" + writePathData(chain, format) + "\"/>\n";
+    }
+    return out + "</g>\n</svg>\n";
+}
+
+std::string writeRenderDrawing(SvgFrame const& frame, std::vector<RenderPath> const& paths) {
+    Box box;
+    for (RenderPath const& path : paths) {
+        for (RenderVertex const& v : path.vertices) {
+            box.add(v.anchor);
+            box.add(v.in);
+            box.add(v.out);
+        }
+    }
+    std::array<double, 4> const viewBox = drawingBox(frame, box);
+    // One unit is a 400th of the drawing's larger side: strokes are one unit wide, markers a few.
+    double const unit = std::max(viewBox[2], viewBox[3]) / 400.0;
+    std::string const r = number(3.0 * unit);
+    std::string const side = number(6.0 * unit);
+
+    std::string out = documentStart(frame, viewBox);
+    out += "<g fill=\"none\" stroke=\"#1a1a1a\" stroke-width=\"" + number(1.5 * unit) + "\">\n";
+    for (RenderPath const& path : paths) {
+        out += "<path d=\"" + writePathData(chainOfVertices(path), NumberFormat{6}) + "\"/>\n";
+    }
+    out += "</g>\n<g stroke=\"#3478f6\" stroke-width=\"" + number(0.75 * unit) + "\" fill=\"#3478f6\">\n";
+    for (RenderPath const& path : paths) {
+        for (RenderVertex const& v : path.vertices) {
+            for (DPoint const& handle : {v.in, v.out}) {
+                if (handle == v.anchor) {
+                    continue;
+                }
+                out += "<line x1=\"" + number(v.anchor.x) + "\" y1=\"" + number(v.anchor.y) + "\" x2=\"" +
+                       number(handle.x) + "\" y2=\"" + number(handle.y) + "\"/>";
+                out += "<circle cx=\"" + number(handle.x) + "\" cy=\"" + number(handle.y) + "\" r=\"" +
+                       number(1.5 * unit) + "\"/>\n";
+            }
+        }
+    }
+    out += "</g>\n<g stroke=\"#d0342c\" stroke-width=\"" + number(0.75 * unit) + "\" fill=\"#fff\">\n";
+    for (RenderPath const& path : paths) {
+        for (RenderVertex const& v : path.vertices) {
+            std::string const x = number(v.anchor.x);
+            std::string const y = number(v.anchor.y);
+            if (v.mode == 0) {
+                out += "<circle class=\"smooth\" cx=\"" + x + "\" cy=\"" + y + "\" r=\"" + r + "\"/>\n";
+            } else if (v.mode == 2) {
+                double const d = 4.0 * unit;
+                out += "<path class=\"symmetric\" d=\"M" + x + " " + number(v.anchor.y - d) + "L" +
+                       number(v.anchor.x + d) + " " + y + "L" + x + " " + number(v.anchor.y + d) + "L" +
+                       number(v.anchor.x - d) + " " + y + "Z\"/>\n";
+            } else {
+                out += "<rect class=\"cusp\" x=\"" + number(v.anchor.x - 3.0 * unit) + "\" y=\"" +
+                       number(v.anchor.y - 3.0 * unit) + "\" width=\"" + side + "\" height=\"" + side +
+                       "\"/>\n";
+            }
+        }
+    }
+    return out + "</g>\n</svg>\n";
+}
+
+} // namespace sptool
