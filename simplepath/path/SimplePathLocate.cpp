@@ -97,7 +97,8 @@ SimplePath::Result SimplePath::getSimplePathPositionLocation(SimplePathPosition 
 }
 
 SimplePath::Result SimplePath::pretransformLocatePosition(ArbTrans<DPoint> const& transform,
-                                                          SimplePathPosition const& position, DPoint& out) const {
+                                                          SimplePathPosition const& position,
+                                                          DPoint& out) const {
     SimplePathSegmentReader const reader(tripleList, closed, &transform);
     return locateOnMappedCurve(
         reader, [this](int i) -> SimplePathVertexTriple const& { return tripleList[i]; }, position, out);
@@ -141,7 +142,9 @@ SimplePathFastSession* SimplePath::startFastSession() {
     return session;
 }
 
-void SimplePath::stopFastSession(SimplePathFastSession* session) { delete session; }
+void SimplePath::stopFastSession(SimplePathFastSession* session) {
+    delete session;
+}
 
 SimplePath::Result SimplePath::fastGetTriple(SimplePathFastSession* session, int index,
                                              SimplePathVertexTriple& out) const {

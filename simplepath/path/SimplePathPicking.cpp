@@ -8,34 +8,29 @@ namespace {
 enum class Pass { AnchorsOnly, AnchorsThenHandles };
 
 // The hit test shared by the vertex and position picks: a vertex is hit when its (mapped) location lies
-// strictly closer to the point than the tolerance. The anchors are tried first, from the last triple to
-// the first; then, when asked, the handles, the incoming before the outgoing one of each triple, again
-// from the last triple to the first. Null vertices are never picked.
+// strictly closer to the point than the tolerance. The answer is that of two passes, each from the last
+// triple to the first: the anchors, then (when asked) the handles, the incoming before the outgoing one of
+// each triple. It is found in one walk: an anchor hit ends it at once, and the first handle hit is kept
+// in case no anchor is hit further down. Null vertices are never picked.
 SimplePathVertex* pickIn(SimplePathTripleList const& list, SimplePathSegmentReader const& reader,
                          DPoint const& point, double tolerance, Pass pass) {
     double const limit = tolerance * tolerance;
     auto const hit = [&](SimplePathVertex const* v) {
         return v != nullptr && squaredDistance(reader.mapped(v->getLocation()), point) < limit;
     };
-    int const n = list.length();
-    for (int i = n - 1; i >= 0; --i) {
-        if (hit(list[i].anchor)) {
-            return list[i].anchor;
-        }
-    }
-    if (pass == Pass::AnchorsOnly) {
-        return nullptr;
-    }
-    for (int i = n - 1; i >= 0; --i) {
+    SimplePathVertex* handle = nullptr;
+    bool wantHandle = pass == Pass::AnchorsThenHandles;
+    for (int i = list.length() - 1; i >= 0; --i) {
         SimplePathVertexTriple const& triple = list[i];
-        if (hit(triple.first)) {
-            return triple.first;
+        if (hit(triple.anchor)) {
+            return triple.anchor;
         }
-        if (hit(triple.last)) {
-            return triple.last;
+        if (wantHandle) {
+            handle = hit(triple.first) ? triple.first : (hit(triple.last) ? triple.last : nullptr);
+            wantHandle = handle == nullptr;
         }
     }
-    return nullptr;
+    return handle;
 }
 
 SimplePath::Result store(SimplePathVertex* picked, SimplePathVertex*& vertex) {
@@ -48,7 +43,8 @@ SimplePath::Result store(SimplePathVertex* picked, SimplePathVertex*& vertex) {
 
 } // namespace
 
-SimplePath::Result SimplePath::pickVertex(DPoint const& point, double tolerance, SimplePathVertex*& vertex) const {
+SimplePath::Result SimplePath::pickVertex(DPoint const& point, double tolerance,
+                                          SimplePathVertex*& vertex) const {
     SimplePathSegmentReader const reader(tripleList, closed);
     return store(pickIn(tripleList, reader, point, tolerance, Pass::AnchorsThenHandles), vertex);
 }

@@ -17,8 +17,12 @@ constexpr double kDoubleSentinel = 1.7976931348623157e308;
 // The curve's exact extent, folded segment by segment from PBezier::localMinMax (end points and the
 // zeros of the derivative, never the handles' extent). `sentinel` starts the minima and, negated, the
 // maxima; an empty path fails with the outputs left there.
-SimplePath::Result extentOf(SimplePathSegmentReader const& reader, double sentinel, double& minX, double& minY,
-                            double& maxX, double& maxY) {
+//
+// Pruning: the anchors lie on the curve, so they are folded in first; a segment whose control box (which
+// holds the curve, widened for rounding) lies within the extent found so far cannot widen it and is not
+// solved. On a long path only the segments along the outermost stretches are solved.
+SimplePath::Result extentOf(SimplePathSegmentReader const& reader, double sentinel, double& minX,
+                            double& minY, double& maxX, double& maxY) {
     minX = minY = sentinel;
     maxX = maxY = -sentinel;
     if (reader.numTriples() == 0) {
@@ -30,7 +34,17 @@ SimplePath::Result extentOf(SimplePathSegmentReader const& reader, double sentin
         minY = maxY = p.y;
         return SimplePath::Success;
     }
+    reader.anchors([&](int, DPoint const& p) {
+        minX = p.x < minX ? p.x : minX;
+        maxX = p.x > maxX ? p.x : maxX;
+        minY = p.y < minY ? p.y : minY;
+        maxY = p.y > maxY ? p.y : maxY;
+    });
     reader.forward([&](int, PBezier const& b) {
+        SimplePathControlBox const box(b);
+        if (box.minX >= minX && box.maxX <= maxX && box.minY >= minY && box.maxY <= maxY) {
+            return true;
+        }
         b.localMinMax(minX, minY, maxX, maxY);
         return true;
     });
@@ -51,12 +65,14 @@ SimplePath::Result SimplePath::pretransformGetMinMax(ArbTrans<DPoint> const& tra
 
 SimplePath::Result SimplePath::pretransformGetMinMaxEx(ArbTrans<DPoint> const& transform, double& minX,
                                                        double& minY, double& maxX, double& maxY) const {
-    return extentOf(SimplePathSegmentReader(tripleList, closed, &transform), kDoubleSentinel, minX, minY, maxX,
-                    maxY);
+    return extentOf(SimplePathSegmentReader(tripleList, closed, &transform), kDoubleSentinel, minX, minY,
+                    maxX, maxY);
 }
 
 // Each segment's top and bottom come from PBezier::localTopBottom; a later segment replaces them only
-// when strictly higher (lower), so the earliest segment wins ties.
+// when strictly higher (lower), so the earliest segment wins ties. The highest and lowest anchors bound
+// the answer from inside: a segment whose control box stays strictly below the highest anchor and
+// strictly above the lowest can hold neither the top nor the bottom, nor tie with them, and is not solved.
 SimplePath::Result SimplePath::getTopBottom(DPoint& top, DPoint& bottom) const {
     top = DPoint(-kIntSentinel, -kIntSentinel);
     bottom = DPoint(kIntSentinel, kIntSentinel);
@@ -68,7 +84,16 @@ SimplePath::Result SimplePath::getTopBottom(DPoint& top, DPoint& bottom) const {
         top = bottom = reader.anchor(0);
         return Success;
     }
+    double highest = -kDoubleSentinel, lowest = kDoubleSentinel;
+    reader.anchors([&](int, DPoint const& p) {
+        highest = p.y > highest ? p.y : highest;
+        lowest = p.y < lowest ? p.y : lowest;
+    });
     reader.forward([&](int, PBezier const& b) {
+        SimplePathControlBox const box(b);
+        if (box.maxY < highest && box.minY > lowest) {
+            return true;
+        }
         DPoint segmentTop, segmentBottom;
         b.localTopBottom(segmentTop, segmentBottom);
         if (segmentTop.y > top.y) {
@@ -135,10 +160,13 @@ SimplePath::Result SimplePath::findClosestPosition(DPoint const& point, SimplePa
 // Method: the end anchor is the first candidate; then, from the last segment to the first, the nearest
 // parameter of each segment (PBezier::findNearestPointTValue, global on the segment) competes, and a
 // segment replaces the candidate when its squared distance is no larger, so the lowest segment wins ties.
-// A segment whose control points' box lies farther than the best distance so far is skipped unsolved: the
-// curve lies in that box (widened for rounding), so such a segment could neither win nor tie, and the
-// result is exactly that of solving every segment. The accuracy is the kernel's: within 1e-12 of the
-// segment's size of the true minimum.
+// The accuracy is the kernel's: within 1e-12 of the segment's size of the true minimum.
+//
+// Pruning, which leaves the result exactly that of solving every segment: first the anchor nearest the
+// point is found and the one or two segments meeting there are solved; the best of those and the end
+// anchor is an upper bound of the final distance. Then, in the walk, a segment whose control box (which
+// holds the curve, widened for rounding) lies farther than that bound or than the best so far is skipped
+// unsolved: it could neither win nor tie. Only the few segments near the point are solved.
 SimplePath::Result SimplePath::findClosestPosition(DPoint const& point, SimplePathPosition& position,
                                                    double& squaredDistance) const {
     SimplePathSegmentReader const reader(tripleList, closed);
@@ -151,15 +179,41 @@ SimplePath::Result SimplePath::findClosestPosition(DPoint const& point, SimplePa
         squaredDistance = 0.0;
         return Success;
     }
-    SimplePathPosition best(reader.segmentCount(), 0.0);
+    int const segments = reader.segmentCount();
+    auto const solve = [&point](PBezier const& b, double& t) {
+        t = b.findNearestPointTValue(point);
+        t = t < 0.0 ? 0.0 : (t > 1.0 ? 1.0 : t);
+        return ::squaredDistance(b.bValue(t), point);
+    };
+
+    SimplePathPosition best(segments, 0.0);
     double bestDistance = ::squaredDistance(reader.anchor(reader.endTriple()), point);
+
+    int nearest = 0;
+    double nearestDistance = kDoubleSentinel;
+    reader.anchors([&](int i, DPoint const& p) {
+        double const d = ::squaredDistance(p, point);
+        if (d < nearestDistance) {
+            nearest = i;
+            nearestDistance = d;
+        }
+    });
+    double bound = bestDistance;
+    double t = 0.0;
+    if (nearest < segments) {
+        bound = std::fmin(bound, solve(reader.segment(nearest), t));
+    }
+    int const before = nearest > 0 ? nearest - 1 : (reader.isClosed() ? n - 1 : -1);
+    if (before >= 0) {
+        bound = std::fmin(bound, solve(reader.segment(before), t));
+    }
+
     reader.backward([&](int s, PBezier const& b) {
-        if (SimplePathControlBox(b).squaredDistanceBound(point) > bestDistance) {
+        double const limit = bestDistance < bound ? bestDistance : bound;
+        if (SimplePathControlBox(b).squaredDistanceBound(point) > limit) {
             return true;
         }
-        double t = b.findNearestPointTValue(point);
-        t = t < 0.0 ? 0.0 : (t > 1.0 ? 1.0 : t);
-        double const d = ::squaredDistance(b.bValue(t), point);
+        double const d = solve(b, t);
         if (bestDistance >= d) {
             best = SimplePathPosition(s, t);
             bestDistance = d;
@@ -182,8 +236,9 @@ SimplePath::Result SimplePath::pretransformFindClosestPosition(DPoint const& poi
 // while t < 1.0, t accumulated by adding 0.1 (eleven samples, the last just below 1.0); a sample at no
 // larger squared distance than the best so far becomes the candidate, so ties go to the lower segment and,
 // within a segment, to the later sample. The answer is only as good as the samples: it is the nearest
-// sample, not the nearest curve point. Segments whose control box lies beyond the best distance are
-// skipped, which cannot change the answer.
+// sample, not the nearest curve point. Every anchor is a sample (t = 0.0 gives the segment's start
+// exactly) or the end anchor, so the nearest anchor bounds the answer; segments whose control box lies
+// beyond that bound or the best so far are skipped, which cannot change the answer.
 SimplePath::Result SimplePath::pretransformFindClosestPosition(DPoint const& point,
                                                                ArbTrans<DPoint> const& transform,
                                                                SimplePathPosition& position,
@@ -199,8 +254,11 @@ SimplePath::Result SimplePath::pretransformFindClosestPosition(DPoint const& poi
     }
     SimplePathPosition best(reader.segmentCount(), 0.0);
     double bestDistance = ::squaredDistance(reader.anchor(reader.endTriple()), point);
+    double bound = bestDistance;
+    reader.anchors([&](int, DPoint const& p) { bound = std::fmin(bound, ::squaredDistance(p, point)); });
     reader.backward([&](int s, PBezier const& b) {
-        if (SimplePathControlBox(b).squaredDistanceBound(point) > bestDistance) {
+        double const limit = bestDistance < bound ? bestDistance : bound;
+        if (SimplePathControlBox(b).squaredDistanceBound(point) > limit) {
             return true;
         }
         for (double t = 0.0; t < 1.0; t += 0.1) {
@@ -249,7 +307,8 @@ SimplePath::Result SimplePath::pretransformFindIntersections(DPoint const& a, DP
     reader.backward([&](int s, PBezier const& mapped) {
         PBezier const onAxis(toAxis * mapped[0], toAxis * mapped[1], toAxis * mapped[2], toAxis * mapped[3]);
         double const y0 = onAxis[0].y, y1 = onAxis[1].y, y2 = onAxis[2].y, y3 = onAxis[3].y;
-        if ((y0 > 0.0 && y1 > 0.0 && y2 > 0.0 && y3 > 0.0) || (y0 < 0.0 && y1 < 0.0 && y2 < 0.0 && y3 < 0.0)) {
+        if ((y0 > 0.0 && y1 > 0.0 && y2 > 0.0 && y3 > 0.0) ||
+            (y0 < 0.0 && y1 < 0.0 && y2 < 0.0 && y3 < 0.0)) {
             return true;
         }
         params.clear();

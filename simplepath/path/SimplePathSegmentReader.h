@@ -96,6 +96,13 @@ class SimplePathSegmentReader {
         }
     }
 
+    // Calls visit(i, mappedAnchor) for every triple's anchor, front to back.
+    template <class Visit> void anchors(Visit&& visit) const {
+        for (int i = 0; i < count; ++i) {
+            visit(i, mapped(anchorLocation(list[i])));
+        }
+    }
+
     static DPoint anchorLocation(SimplePathVertexTriple const& triple) {
         return triple.anchor == nullptr ? DPoint() : triple.anchor->getLocation();
     }
