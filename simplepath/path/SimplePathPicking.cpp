@@ -12,11 +12,12 @@ enum class Pass { AnchorsOnly, AnchorsThenHandles };
 // triple to the first: the anchors, then (when asked) the handles, the incoming before the outgoing one of
 // each triple. It is found in one walk: an anchor hit ends it at once, and the first handle hit is kept
 // in case no anchor is hit further down. Null vertices are never picked.
-SimplePathVertex* pickIn(SimplePathTripleList const& list, SimplePathSegmentReader const& reader,
-                         DPoint const& point, double tolerance, Pass pass) {
+template <class Locate>
+SimplePathVertex* pickWalk(SimplePathTripleList const& list, Locate const& locate, DPoint const& point,
+                           double tolerance, Pass pass) {
     double const limit = tolerance * tolerance;
     auto const hit = [&](SimplePathVertex const* v) {
-        return v != nullptr && squaredDistance(reader.mapped(v->getLocation()), point) < limit;
+        return v != nullptr && squaredDistance(locate(v), point) < limit;
     };
     SimplePathVertex* handle = nullptr;
     bool wantHandle = pass == Pass::AnchorsThenHandles;
@@ -31,6 +32,17 @@ SimplePathVertex* pickIn(SimplePathTripleList const& list, SimplePathSegmentRead
         }
     }
     return handle;
+}
+
+SimplePathVertex* pickIn(SimplePathTripleList const& list, SimplePathSegmentReader const& reader,
+                         DPoint const& point, double tolerance, Pass pass) {
+    if (!reader.mapsPoints()) {
+        return pickWalk(list, SimplePathSegmentReader::locationOf, point, tolerance, pass);
+    }
+    auto const mapped = [&reader](SimplePathVertex const* v) {
+        return reader.mapped(SimplePathSegmentReader::locationOf(v));
+    };
+    return pickWalk(list, mapped, point, tolerance, pass);
 }
 
 SimplePath::Result store(SimplePathVertex* picked, SimplePathVertex*& vertex) {

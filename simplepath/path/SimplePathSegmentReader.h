@@ -5,6 +5,7 @@
 #include "simplepath/interfaces/ArbTrans.h"
 #include "simplepath/interfaces/DPoint.h"
 #include "simplepath/interfaces/PBezier.h"
+#include "simplepath/path/SimplePathDPointVertex.h"
 #include "simplepath/path/SimplePathTripleList.h"
 #include "simplepath/path/SimplePathVertex.h"
 
@@ -36,6 +37,8 @@ class SimplePathSegmentReader {
     // The triple whose anchor ends the path: triple 0 again when closed, the last one when open.
     int endTriple() const { return closed ? 0 : count - 1; }
 
+    // False for the identity, whose mapping is skipped.
+    bool mapsPoints() const { return map != nullptr; }
     DPoint mapped(DPoint const& p) const { return map == nullptr ? p : map->transform(p); }
     DPoint anchor(int i) const { return mapped(anchorLocation(list[i])); }
 
@@ -52,19 +55,68 @@ class SimplePathSegmentReader {
     // Calls visit(s, segment) for every segment from the first to the last (the closing one of a closed
     // path last) until visit returns false. The shared anchor of neighbours is read and mapped once.
     template <class Visit> void forward(Visit&& visit) const {
+        if (map == nullptr) {
+            forwardWith([](DPoint const& p) { return p; }, visit);
+        } else {
+            forwardWith([this](DPoint const& p) { return map->transform(p); }, visit);
+        }
+    }
+
+    // The same from the last segment down to the first.
+    template <class Visit> void backward(Visit&& visit) const {
+        if (map == nullptr) {
+            backwardWith([](DPoint const& p) { return p; }, visit);
+        } else {
+            backwardWith([this](DPoint const& p) { return map->transform(p); }, visit);
+        }
+    }
+
+    // Calls visit(i, mappedAnchor) for every triple's anchor, front to back.
+    template <class Visit> void anchors(Visit&& visit) const {
+        if (map == nullptr) {
+            for (int i = 0; i < count; ++i) {
+                visit(i, anchorLocation(list[i]));
+            }
+        } else {
+            for (int i = 0; i < count; ++i) {
+                visit(i, map->transform(anchorLocation(list[i])));
+            }
+        }
+    }
+
+    static DPoint anchorLocation(SimplePathVertexTriple const& triple) {
+        return triple.anchor == nullptr ? DPoint() : locationOf(triple.anchor);
+    }
+    static DPoint handleLocation(SimplePathVertex const* handle, DPoint const& anchorAt) {
+        return handle == nullptr ? anchorAt : locationOf(handle);
+    }
+    // The library's own vertices are read directly: an indirect call per control point costs more than
+    // the rest of a long walk together. Any other vertex class answers through getLocation.
+    static DPoint locationOf(SimplePathVertex const* vertex) {
+        std::type_info const& type = typeid(*vertex);
+        if (&type == &typeid(SimplePathDPointVertex) || type == typeid(SimplePathDPointVertex)) {
+            return static_cast<SimplePathDPointVertex const*>(vertex)->storedLocation();
+        }
+        return vertex->getLocation();
+    }
+
+  private:
+    // The walks proper, with the mapping fixed at compile time so that the identity costs nothing in the
+    // loop.
+    template <class Map, class Visit> void forwardWith(Map const& mapPoint, Visit& visit) const {
         int const segments = segmentCount();
         if (segments <= 0) {
             return;
         }
         DPoint raw = anchorLocation(list[0]);
-        DPoint start = mapped(raw);
+        DPoint start = mapPoint(raw);
         for (int s = 0; s < segments; ++s) {
             SimplePathVertexTriple const& from = list[s];
             SimplePathVertexTriple const& to = list[nextTriple(s)];
             DPoint const rawEnd = anchorLocation(to);
-            DPoint const end = mapped(rawEnd);
-            PBezier const bezier(start, mapped(handleLocation(from.last, raw)),
-                                 mapped(handleLocation(to.first, rawEnd)), end);
+            DPoint const end = mapPoint(rawEnd);
+            PBezier const bezier(start, mapPoint(handleLocation(from.last, raw)),
+                                 mapPoint(handleLocation(to.first, rawEnd)), end);
             if (!visit(s, bezier)) {
                 return;
             }
@@ -73,21 +125,20 @@ class SimplePathSegmentReader {
         }
     }
 
-    // The same from the last segment down to the first.
-    template <class Visit> void backward(Visit&& visit) const {
+    template <class Map, class Visit> void backwardWith(Map const& mapPoint, Visit& visit) const {
         int const segments = segmentCount();
         if (segments <= 0) {
             return;
         }
         DPoint raw = anchorLocation(list[nextTriple(segments - 1)]);
-        DPoint end = mapped(raw);
+        DPoint end = mapPoint(raw);
         for (int s = segments - 1; s >= 0; --s) {
             SimplePathVertexTriple const& from = list[s];
             SimplePathVertexTriple const& to = list[nextTriple(s)];
             DPoint const rawStart = anchorLocation(from);
-            DPoint const start = mapped(rawStart);
-            PBezier const bezier(start, mapped(handleLocation(from.last, rawStart)),
-                                 mapped(handleLocation(to.first, raw)), end);
+            DPoint const start = mapPoint(rawStart);
+            PBezier const bezier(start, mapPoint(handleLocation(from.last, rawStart)),
+                                 mapPoint(handleLocation(to.first, raw)), end);
             if (!visit(s, bezier)) {
                 return;
             }
@@ -96,21 +147,6 @@ class SimplePathSegmentReader {
         }
     }
 
-    // Calls visit(i, mappedAnchor) for every triple's anchor, front to back.
-    template <class Visit> void anchors(Visit&& visit) const {
-        for (int i = 0; i < count; ++i) {
-            visit(i, mapped(anchorLocation(list[i])));
-        }
-    }
-
-    static DPoint anchorLocation(SimplePathVertexTriple const& triple) {
-        return triple.anchor == nullptr ? DPoint() : triple.anchor->getLocation();
-    }
-    static DPoint handleLocation(SimplePathVertex const* handle, DPoint const& anchorAt) {
-        return handle == nullptr ? anchorAt : handle->getLocation();
-    }
-
-  private:
     SimplePathTripleList const& list;
     int count;
     bool closed;
