@@ -2,6 +2,7 @@
 // intersections with a line and the metric between positions.
 
 #include <cmath>
+#include <initializer_list>
 #include <list>
 #include <vector>
 
@@ -14,6 +15,17 @@ namespace {
 constexpr double kIntSentinel = 2147483647.0;
 constexpr double kDoubleSentinel = 1.7976931348623157e308;
 
+// 64 ulps of the largest magnitude among the values: far above the rounding of any curve coordinate
+// computed from control coordinates no larger than these.
+double roundingMargin(std::initializer_list<double> values) {
+    double largest = 0.0;
+    for (double v : values) {
+        double const magnitude = v < 0.0 ? -v : v;
+        largest = magnitude > largest ? magnitude : largest;
+    }
+    return 64.0 * 2.220446049250313e-16 * largest;
+}
+
 // The curve's exact extent, folded segment by segment from PBezier::localMinMax (end points and the
 // zeros of the derivative, never the handles' extent). `sentinel` starts the minima and, negated, the
 // maxima; an empty path fails with the outputs left there.
@@ -21,34 +33,49 @@ constexpr double kDoubleSentinel = 1.7976931348623157e308;
 // Pruning: the anchors lie on the curve, so they are folded in first; a segment whose control box (which
 // holds the curve, widened for rounding) lies within the extent found so far cannot widen it and is not
 // solved. On a long path only the segments along the outermost stretches are solved.
-SimplePath::Result extentOf(SimplePathSegmentReader const& reader, double sentinel, double& minX,
-                            double& minY, double& maxX, double& maxY) {
-    minX = minY = sentinel;
-    maxX = maxY = -sentinel;
+SimplePath::Result extentOf(SimplePathSegmentReader const& reader, double sentinel, double& minXOut,
+                            double& minYOut, double& maxXOut, double& maxYOut) {
+    double minX = sentinel, minY = sentinel, maxX = -sentinel, maxY = -sentinel;
+    SimplePath::Result result = SimplePath::Success;
     if (reader.numTriples() == 0) {
-        return SimplePath::Failure;
-    }
-    if (reader.numTriples() == 1) {
+        result = SimplePath::Failure;
+    } else if (reader.numTriples() == 1) {
         DPoint const p = reader.anchor(0);
         minX = maxX = p.x;
         minY = maxY = p.y;
-        return SimplePath::Success;
+    } else {
+        reader.anchors([&](int, DPoint const& p) {
+            minX = p.x < minX ? p.x : minX;
+            maxX = p.x > maxX ? p.x : maxX;
+            minY = p.y < minY ? p.y : minY;
+            maxY = p.y > maxY ? p.y : maxY;
+        });
+        // With the anchors inside, a segment can only widen the extent when a handle reaches outside it.
+        // The test uses the extent shrunk by a rounding margin, so that a segment whose computed extremes
+        // might round past the extent is solved too.
+        double innerMinX, innerMinY, innerMaxX, innerMaxY;
+        auto const shrink = [&] {
+            double const margin = roundingMargin({minX, minY, maxX, maxY});
+            innerMinX = minX + margin;
+            innerMinY = minY + margin;
+            innerMaxX = maxX - margin;
+            innerMaxY = maxY - margin;
+        };
+        shrink();
+        auto const reachesOut = [&](DPoint const& h1, DPoint const& h2) {
+            return h1.x < innerMinX || h2.x < innerMinX || h1.x > innerMaxX || h2.x > innerMaxX ||
+                   h1.y < innerMinY || h2.y < innerMinY || h1.y > innerMaxY || h2.y > innerMaxY;
+        };
+        reader.forwardByHandles(reachesOut, [&](int, PBezier const& b) {
+            b.localMinMax(minX, minY, maxX, maxY);
+            shrink();
+        });
     }
-    reader.anchors([&](int, DPoint const& p) {
-        minX = p.x < minX ? p.x : minX;
-        maxX = p.x > maxX ? p.x : maxX;
-        minY = p.y < minY ? p.y : minY;
-        maxY = p.y > maxY ? p.y : maxY;
-    });
-    reader.forward([&](int, PBezier const& b) {
-        SimplePathControlBox const box(b);
-        if (box.minX >= minX && box.maxX <= maxX && box.minY >= minY && box.maxY <= maxY) {
-            return true;
-        }
-        b.localMinMax(minX, minY, maxX, maxY);
-        return true;
-    });
-    return SimplePath::Success;
+    minXOut = minX;
+    minYOut = minY;
+    maxXOut = maxX;
+    maxYOut = maxY;
+    return result;
 }
 
 } // namespace
@@ -89,11 +116,13 @@ SimplePath::Result SimplePath::getTopBottom(DPoint& top, DPoint& bottom) const {
         highest = p.y > highest ? p.y : highest;
         lowest = p.y < lowest ? p.y : lowest;
     });
-    reader.forward([&](int, PBezier const& b) {
-        SimplePathControlBox const box(b);
-        if (box.maxY < highest && box.minY > lowest) {
-            return true;
-        }
+    double const margin = roundingMargin({highest, lowest});
+    double const nearTop = highest - margin;
+    double const nearBottom = lowest + margin;
+    auto const mayHoldExtreme = [&](DPoint const& h1, DPoint const& h2) {
+        return h1.y >= nearTop || h2.y >= nearTop || h1.y <= nearBottom || h2.y <= nearBottom;
+    };
+    reader.forwardByHandles(mayHoldExtreme, [&](int, PBezier const& b) {
         DPoint segmentTop, segmentBottom;
         b.localTopBottom(segmentTop, segmentBottom);
         if (segmentTop.y > top.y) {
@@ -102,7 +131,6 @@ SimplePath::Result SimplePath::getTopBottom(DPoint& top, DPoint& bottom) const {
         if (segmentBottom.y < bottom.y) {
             bottom = segmentBottom;
         }
-        return true;
     });
     return Success;
 }

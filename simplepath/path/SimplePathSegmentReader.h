@@ -71,6 +71,17 @@ class SimplePathSegmentReader {
         }
     }
 
+    // Calls visit(s, segment), in path order, for every segment whose two mapped handles pass
+    // need(lastOfStart, firstOfEnd); the anchors are read only for those. Meant for walks in which the
+    // anchors are already accounted for and most segments can be ruled out by their handles alone.
+    template <class Need, class Visit> void forwardByHandles(Need&& need, Visit&& visit) const {
+        if (map == nullptr) {
+            forwardByHandlesWith([](DPoint const& p) { return p; }, need, visit);
+        } else {
+            forwardByHandlesWith([this](DPoint const& p) { return map->transform(p); }, need, visit);
+        }
+    }
+
     // Calls visit(i, mappedAnchor) for every triple's anchor, front to back.
     template <class Visit> void anchors(Visit&& visit) const {
         if (map == nullptr) {
@@ -144,6 +155,19 @@ class SimplePathSegmentReader {
             }
             raw = rawStart;
             end = start;
+        }
+    }
+
+    template <class Map, class Need, class Visit>
+    void forwardByHandlesWith(Map const& mapPoint, Need& need, Visit& visit) const {
+        int const segments = segmentCount();
+        for (int s = 0; s < segments; ++s) {
+            SimplePathVertexTriple const& from = list[s];
+            SimplePathVertexTriple const& to = list[nextTriple(s)];
+            if (from.last == nullptr || to.first == nullptr ||
+                need(mapPoint(locationOf(from.last)), mapPoint(locationOf(to.first)))) {
+                visit(s, segment(s));
+            }
         }
     }
 
