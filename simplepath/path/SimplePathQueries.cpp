@@ -283,7 +283,10 @@ SimplePath::Result SimplePath::pretransformFindClosestPosition(DPoint const& poi
     SimplePathPosition best(reader.segmentCount(), 0.0);
     double bestDistance = ::squaredDistance(reader.anchor(reader.endTriple()), point);
     double bound = bestDistance;
-    reader.anchors([&](int, DPoint const& p) { bound = std::fmin(bound, ::squaredDistance(p, point)); });
+    reader.anchors([&](int, DPoint const& p) {
+        double const d = ::squaredDistance(p, point);
+        bound = d < bound ? d : bound;
+    });
     reader.backward([&](int s, PBezier const& b) {
         double const limit = bestDistance < bound ? bestDistance : bound;
         if (SimplePathControlBox(b).squaredDistanceBound(point) > limit) {

@@ -201,8 +201,8 @@ struct SimplePathControlBox {
     }
 
     // A lower bound of the squared distance from p to any evaluated point of the curve, as the caller
-    // computes it (coordinate differences squared and summed). NaN when a coordinate is not a number, so
-    // that a caller skipping on `bound > best` never skips on bad input.
+    // computes it (coordinate differences squared and summed). A NaN anywhere gives a gap of zero, so a
+    // caller skipping on `bound > best` never skips because of bad input.
     double squaredDistanceBound(DPoint const& p) const {
         double const dx = gap(minX - p.x, p.x - maxX);
         double const dy = gap(minY - p.y, p.y - maxY);
@@ -216,9 +216,6 @@ struct SimplePathControlBox {
 
   private:
     static double gap(double below, double above) {
-        if (below != below || above != above) {
-            return below + above; // NaN
-        }
         return below > 0.0 ? below : (above > 0.0 ? above : 0.0);
     }
 };
