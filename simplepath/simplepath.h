@@ -34,7 +34,6 @@
 #include "simplepath/foundation/PXArray.h"
 
 // Path model
-#include "simplepath/edit/SimplePathChangeInstruction.h"
 #include "simplepath/path/GenericPoint.h"
 #include "simplepath/path/SimplePath.h"
 #include "simplepath/path/SimplePathConversion.h"
@@ -45,3 +44,29 @@
 #include "simplepath/path/SimplePathTripleList.h"
 #include "simplepath/path/SimplePathVertex.h"
 #include "simplepath/path/SimplePathVertexTriple.h"
+
+// Legacy curve family
+#include "simplepath/legacy/BPoint.h"
+#include "simplepath/legacy/CBezier.h"
+#include "simplepath/legacy/CBezierPoint.h"
+#include "simplepath/legacy/CView3D.h"
+#include "simplepath/legacy/DRECT.h"
+#include "simplepath/legacy/IsPointInPolygon.h"
+#include "simplepath/legacy/LineUtilities.h"
+
+// Editing
+#include "simplepath/edit/AbsorbSegmentTransform.h"
+#include "simplepath/edit/CombineAdjacentSegmentsTransform.h"
+#include "simplepath/edit/CompositeTransform.h"
+#include "simplepath/edit/InsertAnchorsTransform.h"
+#include "simplepath/edit/NullTransform.h"
+#include "simplepath/edit/ReverseShiftPositionTransform.h"
+#include "simplepath/edit/RotateTransform.h"
+#include "simplepath/edit/ShiftPositionTransform.h"
+#include "simplepath/edit/SimplePathChangeInstruction.h"
+#include "simplepath/edit/SimplePathPositionTransform.h"
+#include "simplepath/edit/SimplePathRefRemapTransform.h"
+#include "simplepath/edit/SimplePathRemap.h"
+#include "simplepath/edit/SimplePathVertexOpTransforms.h"
+#include "simplepath/edit/SplitAnchorTransform.h"
+#include "simplepath/edit/SplitSegmentTransform.h"

@@ -60,7 +60,7 @@ template <int N> double solveBracketed(double const* c, double a, double b, doub
         }
         double const step = std::fabs(next - t);
         t = next;
-        if ((newton && step <= 1e-13) || !(b - a > 2.3e-16 * std::fabs(t) + 1e-300)) {
+        if ((newton && step <= 1e-8) || !(b - a > 2.3e-16 * std::fabs(t) + 1e-300)) {
             break;
         }
     }

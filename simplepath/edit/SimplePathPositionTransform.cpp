@@ -1,0 +1,3 @@
+#include "simplepath/edit/SimplePathPositionTransform.h"
+
+SimplePathPositionTransform::~SimplePathPositionTransform() = default;
