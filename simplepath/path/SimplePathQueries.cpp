@@ -78,6 +78,22 @@ SimplePath::Result extentOf(SimplePathSegmentReader const& reader, double sentin
     return result;
 }
 
+// The walk of the closest-position queries, from the last segment to the first: a segment whose control
+// box (which holds the curve, widened for rounding) lies farther from the point than `bound` or than the
+// best distance so far could neither win nor tie, and is skipped; every other one is offered to `offer`,
+// which updates `bestDistance`. A NaN never skips.
+template <class Offer>
+void walkNearSegments(SimplePathSegmentReader const& reader, DPoint const& point, double const& bestDistance,
+                      double bound, Offer&& offer) {
+    reader.backward([&](int s, PBezier const& b) {
+        double const limit = bestDistance < bound ? bestDistance : bound;
+        if (!(SimplePathControlBox(b).squaredDistanceBound(point) > limit)) {
+            offer(s, b);
+        }
+        return true;
+    });
+}
+
 } // namespace
 
 SimplePath::Result SimplePath::getMinMax(double& minX, double& minY, double& maxX, double& maxY) const {
@@ -236,17 +252,12 @@ SimplePath::Result SimplePath::findClosestPosition(DPoint const& point, SimplePa
         bound = std::fmin(bound, solve(reader.segment(before), t));
     }
 
-    reader.backward([&](int s, PBezier const& b) {
-        double const limit = bestDistance < bound ? bestDistance : bound;
-        if (SimplePathControlBox(b).squaredDistanceBound(point) > limit) {
-            return true;
-        }
+    walkNearSegments(reader, point, bestDistance, bound, [&](int s, PBezier const& b) {
         double const d = solve(b, t);
         if (bestDistance >= d) {
             best = SimplePathPosition(s, t);
             bestDistance = d;
         }
-        return true;
     });
     position = best;
     squaredDistance = bestDistance;
@@ -287,11 +298,7 @@ SimplePath::Result SimplePath::pretransformFindClosestPosition(DPoint const& poi
         double const d = ::squaredDistance(p, point);
         bound = d < bound ? d : bound;
     });
-    reader.backward([&](int s, PBezier const& b) {
-        double const limit = bestDistance < bound ? bestDistance : bound;
-        if (SimplePathControlBox(b).squaredDistanceBound(point) > limit) {
-            return true;
-        }
+    walkNearSegments(reader, point, bestDistance, bound, [&](int s, PBezier const& b) {
         for (double t = 0.0; t < 1.0; t += 0.1) {
             double const d = ::squaredDistance(b.bValue(t), point);
             if (d <= bestDistance) {
@@ -299,7 +306,6 @@ SimplePath::Result SimplePath::pretransformFindClosestPosition(DPoint const& poi
                 bestDistance = d;
             }
         }
-        return true;
     });
     position = best;
     squaredDistance = bestDistance;

@@ -46,7 +46,7 @@ inline LD squaredDistanceTo(PBezier const& b, LD t, DPoint const& p) {
 }
 
 // The minimum of f over [0, 1].
-template <class F> LD minimumOver(F const& f, int samples = 400) {
+template <class F> LD minimumOver(F const& f, int samples = 1000) {
     std::vector<LD> v(samples + 1);
     for (int i = 0; i <= samples; ++i) {
         v[i] = f(LD(i) / samples);
@@ -59,7 +59,7 @@ template <class F> LD minimumOver(F const& f, int samples = 400) {
         }
         LD a = LD(std::max(0, i - 1)) / samples, c = LD(std::min(samples, i + 1)) / samples;
         LD x1 = c - g * (c - a), x2 = a + g * (c - a), f1 = f(x1), f2 = f(x2);
-        for (int k = 0; k < 80; ++k) {
+        for (int k = 0; k < 90; ++k) {
             if (f1 < f2) {
                 c = x2, x2 = x1, f2 = f1, x1 = c - g * (c - a), f1 = f(x1);
             } else {
