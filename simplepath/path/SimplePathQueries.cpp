@@ -132,13 +132,11 @@ SimplePath::Result SimplePath::getTopBottom(DPoint& top, DPoint& bottom) const {
         highest = p.y > highest ? p.y : highest;
         lowest = p.y < lowest ? p.y : lowest;
     });
-    double const margin = roundingMargin({highest, lowest});
-    double const nearTop = highest - margin;
-    double const nearBottom = lowest + margin;
-    auto const mayHoldExtreme = [&](DPoint const& h1, DPoint const& h2) {
-        return h1.y >= nearTop || h2.y >= nearTop || h1.y <= nearBottom || h2.y <= nearBottom;
-    };
-    reader.forwardByHandles(mayHoldExtreme, [&](int, PBezier const& b) {
+    reader.forward([&](int, PBezier const& b) {
+        SimplePathControlBox const box(b);
+        if (box.maxY < highest && box.minY > lowest) {
+            return true;
+        }
         DPoint segmentTop, segmentBottom;
         b.localTopBottom(segmentTop, segmentBottom);
         if (segmentTop.y > top.y) {
@@ -147,6 +145,7 @@ SimplePath::Result SimplePath::getTopBottom(DPoint& top, DPoint& bottom) const {
         if (segmentBottom.y < bottom.y) {
             bottom = segmentBottom;
         }
+        return true;
     });
     return Success;
 }

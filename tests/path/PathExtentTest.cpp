@@ -133,6 +133,16 @@ TEST(TopBottom, ExtremesOfTheCurveEarliestSegmentWinningTies) {
     EXPECT_EQ(DPoint(1, 5), top);
     EXPECT_EQ(DPoint(0, 0), bottom);
 
+    SimplePath peak; // the top and bottom are cusp anchors whose handles all point inwards
+    support::buildPath(peak,
+                       std::vector<support::TripleSpec>{{{0, 0}, {0, 0}, {3, 3}},
+                                                        {{7, 9}, {10, 10}, {13, 9}},
+                                                        {{17, 3}, {20, 0}, {20, 0}}},
+                       0);
+    ASSERT_EQ(SimplePath::Success, peak.getTopBottom(top, bottom));
+    EXPECT_EQ(DPoint(10, 10), top);
+    EXPECT_EQ(DPoint(0, 0), bottom);
+
     SimplePath arch; // the top lies inside the segment, below the handles
     support::buildPath(
         arch, std::vector<support::TripleSpec>{{{0, 0}, {0, 0}, {0, 100}}, {{100, 100}, {100, 0}, {100, 0}}},
@@ -219,4 +229,38 @@ TEST(InterPositionMetric, SignedSegmentsWithTheWrapWinningTies) {
                      closed.getInterPositionMetric(positionOf(closed, 2, 0.0), positionOf(closed, 0, 0.0)));
     EXPECT_DOUBLE_EQ(0.0,
                      closed.getInterPositionMetric(positionOf(closed, 1, 0.0), positionOf(closed, 1, 0.0)));
+}
+
+TEST(Extent, PruningChangesNothing) {
+    support::Bend const bend;
+    IdTrans<DPoint> const id;
+    for (std::uint64_t seed = 1; seed <= 6; ++seed) {
+        SimplePath path;
+        support::buildWigglyBlob(path, 200, seed, seed % 2 == 0 ? 2000.0 : 3.0);
+        path.setStrictClosed(seed % 3 == 0 ? 0 : 1);
+        for (ArbTrans<DPoint> const* t :
+             {static_cast<ArbTrans<DPoint> const*>(&id), static_cast<ArbTrans<DPoint> const*>(&bend)}) {
+            double expected[4] = {2147483647.0, 2147483647.0, -2147483647.0, -2147483647.0};
+            for (int s = 0; s < support::segmentCount(path); ++s) {
+                segmentOf(path, s, *t).localMinMax(expected[0], expected[1], expected[2], expected[3]);
+            }
+            double minX, minY, maxX, maxY;
+            ASSERT_EQ(SimplePath::Success, path.pretransformGetMinMax(*t, minX, minY, maxX, maxY));
+            EXPECT_EQ(expected[0], minX);
+            EXPECT_EQ(expected[1], minY);
+            EXPECT_EQ(expected[2], maxX);
+            EXPECT_EQ(expected[3], maxY);
+        }
+        DPoint expectedTop(-2147483647.0, -2147483647.0), expectedBottom(2147483647.0, 2147483647.0);
+        for (int s = 0; s < support::segmentCount(path); ++s) {
+            DPoint top, bottom;
+            segmentOf(path, s).localTopBottom(top, bottom);
+            expectedTop = top.y > expectedTop.y ? top : expectedTop;
+            expectedBottom = bottom.y < expectedBottom.y ? bottom : expectedBottom;
+        }
+        DPoint top, bottom;
+        ASSERT_EQ(SimplePath::Success, path.getTopBottom(top, bottom));
+        EXPECT_EQ(expectedTop, top);
+        EXPECT_EQ(expectedBottom, bottom);
+    }
 }
