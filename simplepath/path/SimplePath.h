@@ -127,13 +127,15 @@ class SimplePath {
     // The arc length of the mapped curve; 0.0 for a path without segments.
     void pretransformLength(ArbTrans<DPoint> const& transform, double& length) const;
     // 1 when a point of the mapped curve's flattening (tolerance 1.0) lies strictly inside the box.
-    int pretransformInBox(ArbTrans<DPoint> const& transform, DPoint const& boxMin, DPoint const& boxMax) const;
+    int pretransformInBox(ArbTrans<DPoint> const& transform, DPoint const& boxMin,
+                          DPoint const& boxMax) const;
 
     // The position of the curve nearest the point, and its squared distance. Ties go to the lowest
     // segment, so an anchor hit exactly is reported as (s, 1.0) of the segment ending there. A one-triple
     // path answers (0, 0.0) at squared distance 0.0 whatever the point.
     Result findClosestPosition(DPoint const& point, SimplePathPosition& position) const;
-    Result findClosestPosition(DPoint const& point, SimplePathPosition& position, double& squaredDistance) const;
+    Result findClosestPosition(DPoint const& point, SimplePathPosition& position,
+                               double& squaredDistance) const;
     // The same on the mapped curve by sampling each segment at t = 0.0, 0.1, ... (eleven samples).
     Result pretransformFindClosestPosition(DPoint const& point, ArbTrans<DPoint> const& transform,
                                            SimplePathPosition& position) const;
