@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <limits>
+#include <utility>
 #include <vector>
 
 #include "simplepath/path/SimplePath.h"
@@ -209,6 +210,23 @@ TEST(FastSession, MatchesThePlainQueriesAndFallsBackWhenStale) {
     EXPECT_EQ(plain, fast);
     path.stopFastSession(session);
     path.stopFastSession(nullptr);
+
+    // A path given other triples of the same count in other storage: the session's iterators point into
+    // freed memory and must not be used.
+    SimplePath moved;
+    support::buildWigglyBlob(moved, 40, 12);
+    SimplePath target;
+    support::buildWigglyBlob(target, 40, 11);
+    SimplePathFastSession* kept = target.startFastSession();
+    target = std::move(moved);
+    ASSERT_EQ(SimplePath::Success, target.fastGetTriple(kept, 7, viaSession));
+    target.getTriple(7, viaPath);
+    EXPECT_EQ(viaPath, viaSession);
+    ASSERT_EQ(SimplePath::Success,
+              target.fastPretransformLocatePosition(kept, bend, positionOf(target, 7, 0.5), fast));
+    target.pretransformLocatePosition(bend, positionOf(target, 7, 0.5), plain);
+    EXPECT_EQ(plain, fast);
+    target.stopFastSession(kept);
 
     SimplePath empty;
     SimplePathFastSession* emptySession = empty.startFastSession();
