@@ -82,7 +82,7 @@ std::list<SimplePathPosition> positions(SimplePath const& path,
 
 // (0,0) -> (10,10) -> (20,0) -> (30,10), straight segments.
 void buildZigzag(SimplePath& path, int closedFlag) {
-    std::vector<support::TripleSpec> triples;
+    std::vector<support::TriplePoints> triples;
     for (DPoint p : {DPoint(0, 0), DPoint(10, 10), DPoint(20, 0), DPoint(30, 10)}) {
         triples.push_back({p, p, p});
     }
@@ -178,9 +178,9 @@ TEST(ClosestPosition, BadInputNeitherCrashesNorHangs) {
 
     SimplePath broken; // a vertex at NaN and one at infinity
     support::buildPath(broken,
-                       std::vector<support::TripleSpec>{{{0, 0}, {0, 0}, {kNaN, 1}},
-                                                        {{5, 5}, {5, 5}, {5, 5}},
-                                                        {{9, 9}, {kInf, 0}, {9, 9}}},
+                       std::vector<support::TriplePoints>{{{0, 0}, {0, 0}, {kNaN, 1}},
+                                                          {{5, 5}, {5, 5}, {5, 5}},
+                                                          {{9, 9}, {kInf, 0}, {9, 9}}},
                        1);
     EXPECT_EQ(SimplePath::Success, broken.findClosestPosition({1, 1}, position, d2));
     EXPECT_EQ(SimplePath::Success,

@@ -76,7 +76,7 @@ TEST(Extent, SentinelsOnEmptyPathsAndTheAnchorOfASingleTriple) {
     EXPECT_EQ(DPoint(2147483647.0, 2147483647.0), bottom);
 
     SimplePath single; // handles far out shape nothing, open or closed
-    support::buildPath(single, std::vector<support::TripleSpec>{{{-50, 9}, {3, 4}, {80, -70}}}, 1);
+    support::buildPath(single, std::vector<support::TriplePoints>{{{-50, 9}, {3, 4}, {80, -70}}}, 1);
     ASSERT_EQ(SimplePath::Success, single.getMinMax(minX, minY, maxX, maxY));
     expectExtent({3, 4, 3, 4}, minX, minY, maxX, maxY, 0.0);
     support::Bend const bend;
@@ -91,8 +91,8 @@ TEST(Extent, SentinelsOnEmptyPathsAndTheAnchorOfASingleTriple) {
 TEST(Extent, IsTheCurvesNotTheHandles) {
     SimplePath arch; // one segment whose handles rise to y = 100; the curve only to 75
     support::buildPath(
-        arch, std::vector<support::TripleSpec>{{{0, 0}, {0, 0}, {0, 100}}, {{100, 100}, {100, 0}, {100, 0}}},
-        0);
+        arch,
+        std::vector<support::TriplePoints>{{{0, 0}, {0, 0}, {0, 100}}, {{100, 100}, {100, 0}, {100, 0}}}, 0);
     double minX, minY, maxX, maxY;
     ASSERT_EQ(SimplePath::Success, arch.getMinMax(minX, minY, maxX, maxY));
     expectExtent({0, 0, 100, 75}, minX, minY, maxX, maxY, 1e-12);
@@ -122,11 +122,11 @@ TEST(Extent, IsTheCurvesNotTheHandles) {
 TEST(TopBottom, ExtremesOfTheCurveEarliestSegmentWinningTies) {
     SimplePath zigzag; // peaks (1, 5) and (3, 5), troughs (0, 0), (2, 0), (4, 0)
     support::buildPath(zigzag,
-                       std::vector<support::TripleSpec>{{{0, 0}, {0, 0}, {0, 0}},
-                                                        {{1, 5}, {1, 5}, {1, 5}},
-                                                        {{2, 0}, {2, 0}, {2, 0}},
-                                                        {{3, 5}, {3, 5}, {3, 5}},
-                                                        {{4, 0}, {4, 0}, {4, 0}}},
+                       std::vector<support::TriplePoints>{{{0, 0}, {0, 0}, {0, 0}},
+                                                          {{1, 5}, {1, 5}, {1, 5}},
+                                                          {{2, 0}, {2, 0}, {2, 0}},
+                                                          {{3, 5}, {3, 5}, {3, 5}},
+                                                          {{4, 0}, {4, 0}, {4, 0}}},
                        0);
     DPoint top, bottom;
     ASSERT_EQ(SimplePath::Success, zigzag.getTopBottom(top, bottom));
@@ -135,9 +135,9 @@ TEST(TopBottom, ExtremesOfTheCurveEarliestSegmentWinningTies) {
 
     SimplePath peak; // the top and bottom are cusp anchors whose handles all point inwards
     support::buildPath(peak,
-                       std::vector<support::TripleSpec>{{{0, 0}, {0, 0}, {3, 3}},
-                                                        {{7, 9}, {10, 10}, {13, 9}},
-                                                        {{17, 3}, {20, 0}, {20, 0}}},
+                       std::vector<support::TriplePoints>{{{0, 0}, {0, 0}, {3, 3}},
+                                                          {{7, 9}, {10, 10}, {13, 9}},
+                                                          {{17, 3}, {20, 0}, {20, 0}}},
                        0);
     ASSERT_EQ(SimplePath::Success, peak.getTopBottom(top, bottom));
     EXPECT_EQ(DPoint(10, 10), top);
@@ -145,8 +145,8 @@ TEST(TopBottom, ExtremesOfTheCurveEarliestSegmentWinningTies) {
 
     SimplePath arch; // the top lies inside the segment, below the handles
     support::buildPath(
-        arch, std::vector<support::TripleSpec>{{{0, 0}, {0, 0}, {0, 100}}, {{100, 100}, {100, 0}, {100, 0}}},
-        1);
+        arch,
+        std::vector<support::TriplePoints>{{{0, 0}, {0, 0}, {0, 100}}, {{100, 100}, {100, 0}, {100, 0}}}, 1);
     ASSERT_EQ(SimplePath::Success, arch.getTopBottom(top, bottom));
     EXPECT_NEAR(50.0, top.x, 1e-9);
     EXPECT_NEAR(75.0, top.y, 1e-12);

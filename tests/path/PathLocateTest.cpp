@@ -25,9 +25,9 @@ constexpr double kInf = std::numeric_limits<double>::infinity();
 // Two curved segments: (0,0) -> (10,0) -> (20,10).
 void buildTwoSegments(SimplePath& path, int closedFlag) {
     support::buildPath(path,
-                       std::vector<support::TripleSpec>{{{0, 0}, {0, 0}, {3, 4}},
-                                                        {{7, 4}, {10, 0}, {13, -4}},
-                                                        {{18, 2}, {20, 10}, {20, 10}}},
+                       std::vector<support::TriplePoints>{{{0, 0}, {0, 0}, {3, 4}},
+                                                          {{7, 4}, {10, 0}, {13, -4}},
+                                                          {{18, 2}, {20, 10}, {20, 10}}},
                        closedFlag);
 }
 

@@ -21,9 +21,9 @@ struct Row {
     SimplePathVertexTriple t[3];
     explicit Row(int closedFlag) {
         support::buildPath(path,
-                           std::vector<support::TripleSpec>{{{0, 2}, {0, 0}, {0, 2}},
-                                                            {{10, 2}, {10, 0}, {10, -2}},
-                                                            {{20, 2}, {20, 0}, {20, 2}}},
+                           std::vector<support::TriplePoints>{{{0, 2}, {0, 0}, {0, 2}},
+                                                              {{10, 2}, {10, 0}, {10, -2}},
+                                                              {{20, 2}, {20, 0}, {20, 2}}},
                            closedFlag);
         for (int i = 0; i < 3; ++i) {
             path.getTriple(i, t[i]);

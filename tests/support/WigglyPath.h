@@ -49,11 +49,11 @@ inline void buildWigglyBlob(SimplePath& path, int segments, std::uint64_t seed, 
 }
 
 // An open or closed path through the given triples, each (first, anchor, last).
-struct TripleSpec {
+struct TriplePoints {
     DPoint first, anchor, last;
 };
 template <class Triples> void buildPath(SimplePath& path, Triples const& triples, int closedFlag) {
-    for (TripleSpec const& t : triples) {
+    for (TriplePoints const& t : triples) {
         SimplePathVertex *f = nullptr, *a = nullptr, *l = nullptr;
         path.addTriple(t.first, f, t.anchor, a, t.last, l, SimplePathVertexTriple::Cusp);
     }
