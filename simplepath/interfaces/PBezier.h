@@ -97,6 +97,11 @@ class PBezier {
     DPoint p_[4];
 };
 
+// The arc length of each of `count` curves into lengths[0, count): the very value each curve's length()
+// gives, bit for bit. Curves are planned two at a time, so a walk over many segments is faster with one
+// call per stretch of them than with one length() per segment.
+void arcLengths(PBezier const* curves, int count, double* lengths);
+
 // Appends, ascending and each once, the t in [0, 1] where b meets the x-axis (y(t) = 0), tangencies
 // included. A curve lying wholly on the axis appends 0.0 and 1.0.
 void intersectBezierWithXAxis(PBezier const& b, std::vector<double>& params);

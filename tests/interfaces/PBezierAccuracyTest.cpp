@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <complex>
 #include <limits>
 #include <random>
 #include <vector>
@@ -180,8 +181,69 @@ TEST(PBezierAccuracy, LengthIsWithin1e12Relative) {
         EXPECT_LE(err, 1e-12) << b[0].x << "," << b[0].y << " " << b[1].x << "," << b[1].y << " " << b[2].x
                               << "," << b[2].y << " " << b[3].x << "," << b[3].y;
     }
-    RecordProperty("worstRelativeLengthError", std::to_string(worst));
+    RecordProperty("worstRelativeLengthError", std::to_string(worst * 1e12) + "e-12");
     EXPECT_DOUBLE_EQ(PBezier({0, 0}, {1, 0}, {2, 0}, {3, 0}).length(), 3.0);
+}
+
+// The cubic from the origin whose hodograph x' + i y' is e2 (t - z1)(t - z2).
+PBezier withHodographZeros(std::complex<double> z1, std::complex<double> z2, std::complex<double> e2) {
+    std::complex<double> const e1 = -e2 * (z1 + z2), e0 = e2 * z1 * z2;
+    std::complex<double> const d0 = e0 / 3.0, d1 = d0 + e1 / 6.0, d2 = e2 / 3.0 + 2.0 * d1 - d0;
+    std::complex<double> const p1 = d0, p2 = p1 + d1, p3 = p2 + d2;
+    return {{0, 0}, {p1.real(), p1.imag()}, {p2.real(), p2.imag()}, {p3.real(), p3.imag()}};
+}
+
+// Every rule at the edge of what it is trusted with: singularities of |B'| (zeros of the hodograph) placed
+// just outside the Bernstein ellipse of [0, 1] at which the routine takes the rule of n points, alone or
+// with a second one as near (the worst case), above the middle and towards an end; and inside the last
+// rule's ellipse, where [0, 1] is cut into pieces. A nearly straight hodograph (its quadratic coefficient
+// underflows once scaled) too.
+TEST(PBezierAccuracy, LengthHoldsAtTheLimitOfEveryRule) {
+    std::vector<PBezier> curves;
+    for (int n = 4; n <= 68; n += 4) { // the routine trusts n points where rho^-2n <= n e^-30
+        double const a = n <= 64 ? std::cosh((30 - std::log(n)) / (2.0 * n)) * (1 + 1e-9) : 1.015;
+        double const major = a / 2, minor = std::sqrt(major * major - 0.25); // a = |z| + |z - 1|
+        for (double f : {0.0, 0.6, 0.95}) { // z on the ellipse, f of the way from its top to its end
+            std::complex<double> const z(0.5 + f * major, minor * std::sqrt(1 - f * f));
+            curves.push_back(withHodographZeros(z, {4.0, 3.0}, {900.0, -400.0}));
+            curves.push_back(withHodographZeros(z, {1.0 - z.real(), z.imag()}, {-300.0, 1000.0}));
+            curves.push_back(withHodographZeros(z, {1.0 - z.real(), -z.imag()}, {-300.0, 1000.0}));
+        }
+    }
+    for (double y : {0.05, 3e-3, 1e-4, 1e-6}) {
+        curves.push_back(withHodographZeros({0.3, y}, {0.8, -y}, {1000.0, 200.0}));
+    }
+    curves.push_back({{0, 0}, {0, 0}, {1, 0}, {3, 1e-200}});
+    double worst = 0.0;
+    for (PBezier const& b : curves) {
+        LD const truth = referenceLength(b);
+        double const err = double(std::fabs(b.length() - truth) / truth);
+        worst = std::max(worst, err);
+        EXPECT_LE(err, 1e-12) << b[1].x << "," << b[1].y << " " << b[2].x << "," << b[2].y << " " << b[3].x
+                              << "," << b[3].y;
+    }
+    RecordProperty("worstRelativeLengthError", std::to_string(worst * 1e12) + "e-12");
+}
+
+TEST(PBezierAccuracy, ArcLengthsAreEachCurvesLength) {
+    auto curves = randomCurves(40, 7);
+    auto hard = hardCurves();
+    curves.insert(curves.end(), hard.begin(), hard.end());
+    curves.push_back({{0, 0}, {NAN, 1}, {2, 2}, {3, 3}}); // a poisoned lane must not touch its neighbour
+    curves.push_back({{0, 0}, {1e308, 1}, {-1e308, 2}, {3, 3}});
+    curves.push_back({{0, 0}, {1, 1}, {2, 0}, {3, 1}});
+    for (int count : {0, 1, 2, 15, 16, 17, 33, int(curves.size())}) {
+        std::vector<double> lengths(curves.size(), -1.0);
+        arcLengths(curves.data() + curves.size() - count, count, lengths.data());
+        for (int i = 0; i < count; ++i) {
+            double const one = curves[curves.size() - count + i].length();
+            EXPECT_TRUE(lengths[i] == one || (std::isnan(lengths[i]) && std::isnan(one)))
+                << count << " " << i;
+        }
+        if (count < int(curves.size())) {
+            EXPECT_EQ(lengths[count], -1.0); // nothing written past the count
+        }
+    }
 }
 
 TEST(PBezierAccuracy, ExtremesAreTheCurvesNotThePolygons) {
