@@ -25,6 +25,7 @@ namespace {
 struct Lanes {
 #if defined(__SSE2__)
     __m128d v;
+    Lanes() = default;
     Lanes(__m128d w) : v(w) {}
     Lanes(double a, double b) : v(_mm_set_pd(b, a)) {}
     explicit Lanes(double a) : v(_mm_set1_pd(a)) {}
@@ -95,6 +96,7 @@ struct Lanes {
 #else
     // Conditions are 1.0 (true) and 0.0 (false).
     double l, h;
+    Lanes() = default;
     Lanes(double a, double b) : l(a), h(b) {}
     explicit Lanes(double a) : l(a), h(a) {}
     static Lanes load(double const* p) {
@@ -165,9 +167,82 @@ struct Lanes {
 #endif
 };
 
+// N Lanes side by side, 2N curves: the planning below is one long chain of dependent square roots and
+// divisions per curve, and running N pairs through it in step gives the processor N independent chains to
+// interleave (the reorder window holds less than one pair's whole chain).
+template <int N> struct Wide {
+    Lanes p[N];
+    Wide() = default;
+    explicit Wide(double a) {
+        for (Lanes& l : p) {
+            l = Lanes(a);
+        }
+    }
+    template <class F> friend Wide map(Wide const& a, Wide const& b, F f) {
+        Wide r;
+        for (int i = 0; i < N; ++i) {
+            r.p[i] = f(a.p[i], b.p[i]);
+        }
+        return r;
+    }
+    friend Wide operator+(Wide const& a, Wide const& b) {
+        return map(a, b, [](Lanes x, Lanes y) { return x + y; });
+    }
+    friend Wide operator-(Wide const& a, Wide const& b) {
+        return map(a, b, [](Lanes x, Lanes y) { return x - y; });
+    }
+    friend Wide operator*(Wide const& a, Wide const& b) {
+        return map(a, b, [](Lanes x, Lanes y) { return x * y; });
+    }
+    friend Wide operator/(Wide const& a, Wide const& b) {
+        return map(a, b, [](Lanes x, Lanes y) { return x / y; });
+    }
+    friend Wide operator<(Wide const& a, Wide const& b) {
+        return map(a, b, [](Lanes x, Lanes y) { return x < y; });
+    }
+    friend Wide operator>=(Wide const& a, Wide const& b) {
+        return map(a, b, [](Lanes x, Lanes y) { return x >= y; });
+    }
+    friend Wide operator>(Wide const& a, Wide const& b) {
+        return map(a, b, [](Lanes x, Lanes y) { return x > y; });
+    }
+    friend Wide operator&(Wide const& a, Wide const& b) {
+        return map(a, b, [](Lanes x, Lanes y) { return x & y; });
+    }
+    friend Wide min(Wide const& a, Wide const& b) {
+        return map(a, b, [](Lanes x, Lanes y) { return min(x, y); });
+    }
+    friend Wide max(Wide const& a, Wide const& b) {
+        return map(a, b, [](Lanes x, Lanes y) { return max(x, y); });
+    }
+    friend Wide flipBySign(Wide const& a, Wide const& s) {
+        return map(a, s, [](Lanes x, Lanes y) { return flipBySign(x, y); });
+    }
+    friend Wide sqrt(Wide const& a) {
+        return map(a, a, [](Lanes x, Lanes) { return sqrt(x); });
+    }
+    friend Wide abs(Wide const& a) {
+        return map(a, a, [](Lanes x, Lanes) { return abs(x); });
+    }
+    friend Wide ones(Wide const& c) {
+        return map(c, c, [](Lanes x, Lanes) { return ones(x); });
+    }
+    friend Wide reciprocalPowerOfTwo(Wide const& a) {
+        return map(a, a, [](Lanes x, Lanes) { return reciprocalPowerOfTwo(x); });
+    }
+    friend Wide select(Wide const& c, Wide const& a, Wide const& b) {
+        Wide r;
+        for (int i = 0; i < N; ++i) {
+            r.p[i] = select(c.p[i], a.p[i], b.p[i]);
+        }
+        return r;
+    }
+};
+
 // Power-basis derivative B'(t) = e0 + e1 t + e2 t^2 (vector coefficients).
 struct Hodograph {
     DVector e0, e1, e2;
+    Hodograph() = default;
     explicit Hodograph(PBezier const& b) {
         DVector const d0 = b[1] - b[0];
         DVector const d1 = b[2] - b[1];
@@ -507,10 +582,10 @@ double gauss(Hodograph const& h, int k, double a, double width) {
 
 // The fewest-point rule for a piece whose singularities give (|z - a| + |z - b|) >= sum with b - a =
 // width: 1 + the number of rules it is too narrow for, so kRuleCount + 1 when even the widest falls short.
-Lanes ruleFor(Lanes sum, Lanes width) {
-    Lanes k[4] = {Lanes(1.0), Lanes(0.0), Lanes(0.0), Lanes(0.0)}; // four short chains instead of one long
+template <class V> V ruleFor(V const& sum, V const& width) {
+    V k[4] = {V(1.0), V(0.0), V(0.0), V(0.0)}; // four short chains instead of one long
     for (int j = 0; j < kRuleCount; ++j) {
-        k[j % 4] = k[j % 4] + ones(sum < Lanes(kRuleMinA[j]) * width);
+        k[j % 4] = k[j % 4] + ones(sum < V(kRuleMinA[j]) * width);
     }
     return (k[0] + k[1]) + (k[2] + k[3]);
 }
@@ -524,8 +599,8 @@ struct LengthPlan {
     int rule;
 };
 
-// Plans two curves at once, one per lane; the code is the same for every curve, so there are no branches
-// to mispredict and consecutive pairs overlap in the processor.
+// Plans the 2N curves of h into plans, two per Lanes; the code is the same for every curve, so there are no
+// branches to mispredict.
 //
 // The zeros of h(t) = E0 + E1 t + E2 t^2 (complex coefficients; x' is the real and y' the imaginary part)
 // come from the cancellation-free quadratic formula in complex arithmetic, z1 = q / E2 and z2 = E0 / q with
@@ -535,46 +610,57 @@ struct LengthPlan {
 // zeros, which are ignored like the zeros they stand for (there are fewer). A zero at most kCuspDistance
 // from the real axis is a real double zero of |B'|^2: |B'| is then |t - x| times an analytic function, so
 // it is no singularity at all; inside (0, 1) it is a kink, where the interval must be cut.
-void planLengths(Hodograph const& ha, Hodograph const& hb, LengthPlan& pa, LengthPlan& pb) {
+template <int N> void planLengths(Hodograph const* h, LengthPlan* plans) {
+    using V = Wide<N>;
     constexpr double kCuspDistance = 1e-8;
-    Lanes const e0x(ha.e0.x, hb.e0.x), e0y(ha.e0.y, hb.e0.y), e1x(ha.e1.x, hb.e1.x), e1y(ha.e1.y, hb.e1.y),
-        e2x(ha.e2.x, hb.e2.x), e2y(ha.e2.y, hb.e2.y);
-    Lanes const m = max(max(max(abs(e0x), abs(e0y)), max(abs(e1x), abs(e1y))), max(abs(e2x), abs(e2y)));
-    Lanes const scale = reciprocalPowerOfTwo(m);
-    Lanes const a0 = e0x * scale, b0 = e0y * scale, a1 = e1x * scale, b1 = e1y * scale, a2 = e2x * scale,
-                b2 = e2y * scale;
+    V e0x, e0y, e1x, e1y, e2x, e2y;
+    for (int i = 0; i < N; ++i) {
+        Hodograph const &ha = h[2 * i], &hb = h[2 * i + 1];
+        e0x.p[i] = Lanes(ha.e0.x, hb.e0.x), e0y.p[i] = Lanes(ha.e0.y, hb.e0.y);
+        e1x.p[i] = Lanes(ha.e1.x, hb.e1.x), e1y.p[i] = Lanes(ha.e1.y, hb.e1.y);
+        e2x.p[i] = Lanes(ha.e2.x, hb.e2.x), e2y.p[i] = Lanes(ha.e2.y, hb.e2.y);
+    }
+    V const m = max(max(max(abs(e0x), abs(e0y)), max(abs(e1x), abs(e1y))), max(abs(e2x), abs(e2y)));
+    V const scale = reciprocalPowerOfTwo(m);
+    V const a0 = e0x * scale, b0 = e0y * scale, a1 = e1x * scale, b1 = e1y * scale, a2 = e2x * scale,
+            b2 = e2y * scale;
     // discriminant E1^2 - 4 E2 E0 and its square root: (u, v) or (v, u) with u = sqrt((|D| + |Re D|) / 2)
     // computed without cancellation and v = Im D / 2u, then turned to add to E1
-    Lanes const dr = a1 * a1 - b1 * b1 - Lanes(4.0) * (a2 * a0 - b2 * b0);
-    Lanes const di = Lanes(2.0) * a1 * b1 - Lanes(4.0) * (a2 * b0 + b2 * a0);
-    Lanes const u = sqrt(Lanes(0.5) * (sqrt(dr * dr + di * di) + abs(dr)));
-    Lanes const v = Lanes(0.5) * di / max(u, Lanes(1e-300)); // u = 0 only when D = 0
-    Lanes const realFirst = dr >= Lanes(0.0);
-    Lanes const align = a1 * select(realFirst, u, v) + b1 * select(realFirst, v, u);
-    Lanes const sr = flipBySign(select(realFirst, u, v), align);
-    Lanes const si = flipBySign(select(realFirst, v, u), align);
-    Lanes const qr = Lanes(-0.5) * (a1 + sr), qi = Lanes(-0.5) * (b1 + si);
-    Lanes const inv1 = Lanes(1.0) / (a2 * a2 + b2 * b2);
-    Lanes const inv2 = Lanes(1.0) / (qr * qr + qi * qi);
-    Lanes const zx[2] = {(qr * a2 + qi * b2) * inv1, (a0 * qr + b0 * qi) * inv2};
-    Lanes const zy[2] = {abs(qi * a2 - qr * b2) * inv1, abs(b0 * qr - a0 * qi) * inv2};
+    V const dr = a1 * a1 - b1 * b1 - V(4.0) * (a2 * a0 - b2 * b0);
+    V const di = V(2.0) * a1 * b1 - V(4.0) * (a2 * b0 + b2 * a0);
+    V const u = sqrt(V(0.5) * (sqrt(dr * dr + di * di) + abs(dr)));
+    V const v = V(0.5) * di / max(u, V(1e-300)); // u = 0 only when D = 0
+    V const realFirst = dr >= V(0.0);
+    V const align = a1 * select(realFirst, u, v) + b1 * select(realFirst, v, u);
+    V const sr = flipBySign(select(realFirst, u, v), align);
+    V const si = flipBySign(select(realFirst, v, u), align);
+    V const qr = V(-0.5) * (a1 + sr), qi = V(-0.5) * (b1 + si);
+    V const inv1 = V(1.0) / (a2 * a2 + b2 * b2);
+    V const inv2 = V(1.0) / (qr * qr + qi * qi);
+    V const zx[2] = {(qr * a2 + qi * b2) * inv1, (a0 * qr + b0 * qi) * inv2};
+    V const zy[2] = {abs(qi * a2 - qr * b2) * inv1, abs(b0 * qr - a0 * qi) * inv2};
     // A = min over the singularities of |z| + |z - 1|: the ellipse parameter of [0, 1] as one piece
-    Lanes sum(1e300);
-    for (int i = 0; i < 2; ++i) {
-        Lanes const off = (zy[i] > Lanes(kCuspDistance)) & (Lanes(1e300) > abs(zx[i])); // NaN: ignored
-        Lanes const x = select(off, zx[i], Lanes(0.5));
-        Lanes const y2 = select(off, zy[i] * zy[i], Lanes(1e200));
-        Lanes const kink =
-            select(off, Lanes(-1.0), select((zx[i] > Lanes(0.0)) & (Lanes(1.0) > zx[i]), zx[i], Lanes(-1.0)));
-        Lanes const x1 = x - Lanes(1.0);
+    V sum(1e300);
+    for (int j = 0; j < 2; ++j) {
+        V const off = (zy[j] > V(kCuspDistance)) & (V(1e300) > abs(zx[j])); // NaN: ignored
+        V const x = select(off, zx[j], V(0.5));
+        V const y2 = select(off, zy[j] * zy[j], V(1e200));
+        V const kink = select(off, V(-1.0), select((zx[j] > V(0.0)) & (V(1.0) > zx[j]), zx[j], V(-1.0)));
+        V const x1 = x - V(1.0);
         sum = min(sqrt(x * x + y2) + sqrt(x1 * x1 + y2), sum);
-        pa.zx[i] = x.lo(), pb.zx[i] = x.hi();
-        pa.zy2[i] = y2.lo(), pb.zy2[i] = y2.hi();
-        pa.kink[i] = kink.lo(), pb.kink[i] = kink.hi();
+        for (int i = 0; i < N; ++i) {
+            LengthPlan &pa = plans[2 * i], &pb = plans[2 * i + 1];
+            pa.zx[j] = x.p[i].lo(), pb.zx[j] = x.p[i].hi();
+            pa.zy2[j] = y2.p[i].lo(), pb.zy2[j] = y2.p[i].hi();
+            pa.kink[j] = kink.p[i].lo(), pb.kink[j] = kink.p[i].hi();
+        }
     }
-    Lanes const rule = ruleFor(sum, Lanes(1.0));
-    pa.rule = pa.kink[0] < 0.0 && pa.kink[1] < 0.0 && rule.lo() <= kRuleCount ? int(rule.lo()) : 0;
-    pb.rule = pb.kink[0] < 0.0 && pb.kink[1] < 0.0 && rule.hi() <= kRuleCount ? int(rule.hi()) : 0;
+    V const rule = ruleFor(sum, V(1.0));
+    for (int i = 0; i < 2 * N; ++i) {
+        LengthPlan& plan = plans[i];
+        double const k = i % 2 == 0 ? rule.p[i / 2].lo() : rule.p[i / 2].hi();
+        plan.rule = plan.kink[0] < 0.0 && plan.kink[1] < 0.0 && k <= kRuleCount ? int(k) : 0;
+    }
 }
 
 #if SIMPLEPATH_LENGTH_AVX
@@ -702,16 +788,23 @@ double PBezier::length() const {
 }
 
 void arcLengths(PBezier const* curves, int count, double* lengths) {
-    constexpr int kBatch = 16;
-    LengthPlan plans[kBatch + 1];
+    constexpr int kBatch = 16; // eight pairs: two steps of four
+    Hodograph h[kBatch];
+    LengthPlan plans[kBatch];
     for (int start = 0; start < count; start += kBatch) {
         int const n = std::min(kBatch, count - start);
-        PBezier const* batch = curves + start;
-        for (int i = 0; i < n; i += 2) {
-            planLengths(Hodograph(batch[i]), Hodograph(batch[i + 1 < n ? i + 1 : i]), plans[i], plans[i + 1]);
+        int const planned = n <= 2 ? 2 : (n + 7) / 8 * 8;
+        for (int i = 0; i < planned; ++i) { // a short batch repeats its last curve
+            h[i] = Hodograph(curves[start + std::min(i, n - 1)]);
+        }
+        if (planned == 2) {
+            planLengths<1>(h, plans);
+        }
+        for (int i = 0; i + 8 <= planned; i += 8) {
+            planLengths<4>(h + i, plans + i);
         }
         for (int i = 0; i < n; ++i) {
-            lengths[start + i] = lengthByPlan(batch[i], Hodograph(batch[i]), plans[i]);
+            lengths[start + i] = lengthByPlan(curves[start + i], h[i], plans[i]);
         }
     }
 }
