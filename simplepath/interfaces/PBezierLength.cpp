@@ -582,10 +582,12 @@ double gauss(Hodograph const& h, int k, double a, double width) {
 
 // The fewest-point rule for a piece whose singularities give (|z - a| + |z - b|) >= sum with b - a =
 // width: 1 + the number of rules it is too narrow for, so kRuleCount + 1 when even the widest falls short.
-template <class V> V ruleFor(V const& sum, V const& width) {
+// Squared: sum and width are the squares of those.
+template <bool Squared = false, class V> V ruleFor(V const& sum, V const& width) {
     V k[4] = {V(1.0), V(0.0), V(0.0), V(0.0)}; // four short chains instead of one long
     for (int j = 0; j < kRuleCount; ++j) {
-        k[j % 4] = k[j % 4] + ones(sum < V(kRuleMinA[j]) * width);
+        double const limit = Squared ? kRuleMinA[j] * kRuleMinA[j] : kRuleMinA[j];
+        k[j % 4] = k[j % 4] + ones(sum < V(limit) * width);
     }
     return (k[0] + k[1]) + (k[2] + k[3]);
 }
@@ -624,22 +626,27 @@ template <int N> void planLengths(Hodograph const* h, LengthPlan* plans) {
     V const scale = reciprocalPowerOfTwo(m);
     V const a0 = e0x * scale, b0 = e0y * scale, a1 = e1x * scale, b1 = e1y * scale, a2 = e2x * scale,
             b2 = e2y * scale;
-    // discriminant E1^2 - 4 E2 E0 and its square root: (u, v) or (v, u) with u = sqrt((|D| + |Re D|) / 2)
-    // computed without cancellation and v = Im D / 2u, then turned to add to E1
+    // The discriminant D = E1^2 - 4 E2 E0 has the square roots +-s / 2u, s = (2u^2, Im D) when Re D >= 0,
+    // else (Im D, 2u^2), with u = sqrt((|D| + |Re D|) / 2) computed without cancellation; s is turned to add
+    // to E1. Then Q = -(2u E1 + s) = 4u q, so z1 = Q / (4u E2) and z2 = 4u E0 / Q, with no division
+    // before the two last ones. D = 0 gives Q = 0 and NaN zeros: a double zero, so |B'| = |E2| |t - z|^2
+    // is a polynomial and has no singularity at all.
     V const dr = a1 * a1 - b1 * b1 - V(4.0) * (a2 * a0 - b2 * b0);
     V const di = V(2.0) * a1 * b1 - V(4.0) * (a2 * b0 + b2 * a0);
     V const u = sqrt(V(0.5) * (sqrt(dr * dr + di * di) + abs(dr)));
-    V const v = V(0.5) * di / max(u, V(1e-300)); // u = 0 only when D = 0
+    V const twoU = V(2.0) * u, twoUU = twoU * u;
     V const realFirst = dr >= V(0.0);
-    V const align = a1 * select(realFirst, u, v) + b1 * select(realFirst, v, u);
-    V const sr = flipBySign(select(realFirst, u, v), align);
-    V const si = flipBySign(select(realFirst, v, u), align);
-    V const qr = V(-0.5) * (a1 + sr), qi = V(-0.5) * (b1 + si);
-    V const inv1 = V(1.0) / (a2 * a2 + b2 * b2);
+    V const align = a1 * select(realFirst, twoUU, di) + b1 * select(realFirst, di, twoUU);
+    V const sr = flipBySign(select(realFirst, twoUU, di), align);
+    V const si = flipBySign(select(realFirst, di, twoUU), align);
+    V const qr = V(0.0) - (twoU * a1 + sr), qi = V(0.0) - (twoU * b1 + si);
+    V const inv1 = V(1.0) / (V(2.0) * twoU * (a2 * a2 + b2 * b2));
     V const inv2 = V(1.0) / (qr * qr + qi * qi);
-    V const zx[2] = {(qr * a2 + qi * b2) * inv1, (a0 * qr + b0 * qi) * inv2};
-    V const zy[2] = {abs(qi * a2 - qr * b2) * inv1, abs(b0 * qr - a0 * qi) * inv2};
-    // A = min over the singularities of |z| + |z - 1|: the ellipse parameter of [0, 1] as one piece
+    V const fourU = V(2.0) * twoU;
+    V const zx[2] = {(qr * a2 + qi * b2) * inv1, fourU * (a0 * qr + b0 * qi) * inv2};
+    V const zy[2] = {abs(qi * a2 - qr * b2) * inv1, fourU * abs(b0 * qr - a0 * qi) * inv2};
+    // A^2 = min over the singularities of (|z| + |z - 1|)^2 = |z|^2 + |z - 1|^2 + 2 |z| |z - 1|: the
+    // ellipse parameter of [0, 1] as one piece, with one square root per singularity
     V sum(1e300);
     for (int j = 0; j < 2; ++j) {
         V const off = (zy[j] > V(kCuspDistance)) & (V(1e300) > abs(zx[j])); // NaN: ignored
@@ -647,7 +654,8 @@ template <int N> void planLengths(Hodograph const* h, LengthPlan* plans) {
         V const y2 = select(off, zy[j] * zy[j], V(1e200));
         V const kink = select(off, V(-1.0), select((zx[j] > V(0.0)) & (V(1.0) > zx[j]), zx[j], V(-1.0)));
         V const x1 = x - V(1.0);
-        sum = min(sqrt(x * x + y2) + sqrt(x1 * x1 + y2), sum);
+        V const near = x * x + y2, far = x1 * x1 + y2;
+        sum = min(near + far + V(2.0) * sqrt(near * far), sum);
         for (int i = 0; i < N; ++i) {
             LengthPlan &pa = plans[2 * i], &pb = plans[2 * i + 1];
             pa.zx[j] = x.p[i].lo(), pb.zx[j] = x.p[i].hi();
@@ -655,7 +663,7 @@ template <int N> void planLengths(Hodograph const* h, LengthPlan* plans) {
             pa.kink[j] = kink.p[i].lo(), pb.kink[j] = kink.p[i].hi();
         }
     }
-    V const rule = ruleFor(sum, V(1.0));
+    V const rule = ruleFor<true>(sum, V(1.0));
     for (int i = 0; i < 2 * N; ++i) {
         LengthPlan& plan = plans[i];
         double const k = i % 2 == 0 ? rule.p[i / 2].lo() : rule.p[i / 2].hi();
