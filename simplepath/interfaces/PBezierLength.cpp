@@ -759,9 +759,23 @@ double piecewiseLength(Hodograph const& h, LengthPlan const& plan) {
     return total;
 }
 
+// Whether b runs along the straight line from P0 to P3 without turning back: both handles on the line,
+// and the Bernstein coefficients of B' . (P3 - P0) (the control differences projected on the chord) not
+// negative, so the curve only advances. Its length is then the chord's, which quadrature would only
+// approach within rounding: a drawn straight segment measures what its ends say.
+bool runsStraight(PBezier const& b) {
+    DVector const chord = b[3] - b[0];
+    DVector const d0 = b[1] - b[0], d1 = b[2] - b[1], d2 = b[3] - b[2];
+    return (b[1] - b[0]).cross(chord) == 0.0 && (b[2] - b[0]).cross(chord) == 0.0 && d0.dot(chord) >= 0.0 &&
+           d1.dot(chord) >= 0.0 && d2.dot(chord) >= 0.0 && (chord.x != 0.0 || chord.y != 0.0);
+}
+
 double lengthByPlan(PBezier const& b, Hodograph const& h, LengthPlan const& plan) {
     if (!h.finite()) {
         return distance(b[0], b[1]) + distance(b[1], b[2]) + distance(b[2], b[3]);
+    }
+    if (runsStraight(b)) {
+        return distance(b[0], b[3]);
     }
     return plan.rule > 0 ? integrate(h, plan.rule, 0.0, 1.0) : piecewiseLength(h, plan);
 }

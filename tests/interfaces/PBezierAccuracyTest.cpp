@@ -225,6 +225,21 @@ TEST(PBezierAccuracy, LengthHoldsAtTheLimitOfEveryRule) {
     RecordProperty("worstRelativeLengthError", std::to_string(worst * 1e12) + "e-12");
 }
 
+// A straight segment that only advances is exactly as long as its chord, wherever its handles lie on it;
+// one that turns back goes to the quadrature.
+TEST(PBezierAccuracy, StraightSegmentsMeasureTheirChord) {
+    EXPECT_EQ(PBezier({0, 0}, {0, 0}, {10, 0}, {10, 0}).length(), 10.0); // retracted handles
+    EXPECT_EQ(PBezier({0, 0}, {2, 0}, {9, 0}, {10, 0}).length(), 10.0);
+    EXPECT_EQ(PBezier({1, 2}, {4, 6}, {4, 6}, {7, 10}).length(), 10.0);
+    EXPECT_EQ(PBezier({0, 0}, {0, 0}, {0, 0}, {0, 0}).length(), 0.0);
+    for (PBezier const& back :
+         {PBezier({0, 0}, {15, 0}, {5, 0}, {10, 0}), PBezier({0, 0}, {0, 0}, {9, 9}, {0, 0})}) {
+        LD const truth = referenceLength(back);
+        EXPECT_LE(double(std::fabs(back.length() - truth) / truth), 1e-12);
+        EXPECT_GT(back.length(), distance(back[0], back[3]) + 0.5);
+    }
+}
+
 TEST(PBezierAccuracy, ArcLengthsAreEachCurvesLength) {
     auto curves = randomCurves(40, 7);
     auto hard = hardCurves();
