@@ -251,13 +251,13 @@ TEST(LegacyBezierPoint, MoveSubtractsTheOffsetAndRotateAndStretchKeepTheCentre) 
 TEST(LegacyBezierPoint, SmoothLaysBothHandlesAlongTheNeighboursDirection) {
     // Direction (3, 4) / 5; handle lengths a third of the distances to the neighbours. Without a
     // direction the point is left as it was.
-    CBezierPoint corner(BPOINT{{5, 0}, {0, 0}, {0, 5}}), unchanged = corner;
-    corner.Smooth(DPoint(-3, -4), DPoint(6, 8));
-    expectNear(corner.before, {-1.0, -4.0 / 3});
-    expectNear(corner.after, {2.0, 8.0 / 3});
-    unchanged.Smooth(DPoint(3, 3), DPoint(3, 3));
-    unchanged.Smooth(DPoint(NAN, 0), DPoint(3, 3));
-    EXPECT_EQ(unchanged.before, DPoint(5, 0));
+    CBezierPoint p(BPOINT{{5, 0}, {0, 0}, {0, 5}});
+    p.Smooth(DPoint(3, 3), DPoint(3, 3));
+    p.Smooth(DPoint(NAN, 0), DPoint(3, 3));
+    EXPECT_EQ(p.before, DPoint(5, 0));
+    p.Smooth(DPoint(-3, -4), DPoint(6, 8));
+    expectNear(p.before, {-1.0, -4.0 / 3});
+    expectNear(p.after, {2.0, 8.0 / 3});
 }
 
 } // namespace
