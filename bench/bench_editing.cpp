@@ -33,40 +33,38 @@ void freeRemoved(SimplePathChangeInstruction const& change) {
     }
 }
 
-// Times addVertexAtPosition in the middle; the vertex is deleted again outside the timing.
-void BM_InsertInMiddle(benchmark::State& state) {
+// One vertex inserted at (n/2, 0.5) and deleted again; `timeInsert` chooses which of the two is timed.
+void insertAndDelete(benchmark::State& state, bool timeInsert) {
     int const n = static_cast<int>(state.range(0));
     SimplePath path = makePath(n);
     SimplePathPosition middle;
     path.makePosition(n / 2, 0.5, middle);
     for (auto _ : state) {
-        SimplePathChangeInstruction change;
-        path.addVertexAtPosition(middle, change);
-        state.PauseTiming();
-        SimplePathChangeInstruction undo;
-        path.deleteVertex(path.getTripleList()[n / 2 + 1].anchor, undo);
-        freeRemoved(undo);
-        state.ResumeTiming();
-    }
-}
-
-// Times deleteVertex in the middle (finding the anchor included); the vertex is put back outside the
-// timing.
-void BM_DeleteInMiddle(benchmark::State& state) {
-    int const n = static_cast<int>(state.range(0));
-    SimplePath path = makePath(n);
-    SimplePathPosition middle;
-    path.makePosition(n / 2, 0.5, middle);
-    for (auto _ : state) {
-        state.PauseTiming();
+        if (!timeInsert) {
+            state.PauseTiming();
+        }
         SimplePathChangeInstruction insert;
         path.addVertexAtPosition(middle, insert);
         SimplePathVertex* const anchor = path.getTripleList()[n / 2 + 1].anchor;
-        state.ResumeTiming();
-        SimplePathChangeInstruction change;
-        path.deleteVertex(anchor, change);
-        freeRemoved(change);
+        if (timeInsert) {
+            state.PauseTiming();
+        } else {
+            state.ResumeTiming();
+        }
+        SimplePathChangeInstruction remove;
+        path.deleteVertex(anchor, remove); // finding the anchor by address is part of the deletion
+        freeRemoved(remove);
+        if (timeInsert) {
+            state.ResumeTiming();
+        }
     }
+}
+
+void BM_InsertInMiddle(benchmark::State& state) {
+    insertAndDelete(state, true);
+}
+void BM_DeleteInMiddle(benchmark::State& state) {
+    insertAndDelete(state, false);
 }
 
 // The floor: moving the later half of n 32-byte triples by one place.

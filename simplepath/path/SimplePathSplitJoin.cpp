@@ -66,6 +66,28 @@ void retract(SimplePathTripleList& list, int index, Handle which) {
     }
 }
 
+// Moves every triple of `from` onto the end of `into`, in order or reversed (last first, each with its
+// handles swapped), and returns the transform that carries `source`'s positions along.
+SimplePathPositionTransform* appendPiece(SimplePathTripleList& from,
+                                         PHashablePointer<SimplePath> const& source, bool reversed,
+                                         SimplePathTripleList& into,
+                                         PHashablePointer<SimplePath> const& destination) {
+    int const n = from.length();
+    int const offset = into.length();
+    for (int i = 0; i < n; ++i) {
+        SimplePathVertexTriple triple = from[reversed ? n - 1 - i : i];
+        if (reversed) {
+            triple.reverse();
+        }
+        into.push_back(triple);
+    }
+    from.removeAll();
+    if (reversed) {
+        return new ReverseShiftPositionTransform(source, n, destination, offset);
+    }
+    return new ShiftPositionTransform(source, destination, offset);
+}
+
 // Reverses triples [from, to) in place; three reversals rotate a path's start in linear time.
 void reverseRange(SimplePathTripleList& list, int from, int to) {
     for (--to; from < to; ++from, --to) {
@@ -199,48 +221,18 @@ SimplePath::Result SimplePath::join(PHashablePointer<SimplePath>& path1, SimpleP
 
     // path1 runs into vertex1: in order when vertex1 is its last anchor, reversed otherwise. The handle
     // facing the new connecting segment is retracted, so that segment is straight.
-    int const offset1 = joined->numTriples();
-    SimplePathPositionTransform* carry1 = nullptr;
-    if (oneEndsThere) {
-        retract(one->tripleList, n1 - 1, Handle::Outgoing);
-        for (int i = 0; i < n1; ++i) {
-            joined->tripleList.push_back(one->tripleList[i]);
-        }
-        carry1 = new ShiftPositionTransform(path1, result, offset1);
-    } else {
-        retract(one->tripleList, 0, Handle::Incoming);
-        for (int i = n1 - 1; i >= 0; --i) {
-            SimplePathVertexTriple triple = one->tripleList[i];
-            triple.reverse();
-            joined->tripleList.push_back(triple);
-        }
-        carry1 = new ReverseShiftPositionTransform(path1, n1, result, offset1);
-    }
-    one->tripleList.removeAll();
+    retract(one->tripleList, oneEndsThere ? n1 - 1 : 0, oneEndsThere ? Handle::Outgoing : Handle::Incoming);
+    SimplePathPositionTransform* const carry1 =
+        appendPiece(one->tripleList, path1, !oneEndsThere, joined->tripleList, result);
 
     // path2 runs on from vertex2. The handle vertex2 had towards the rest of path2 is remembered: should
     // the two ends merge, the merged anchor takes it over.
-    int const offset2 = joined->numTriples();
-    DPoint farHandle;
-    SimplePathPositionTransform* carry2 = nullptr;
-    if (twoStartsThere) {
-        farHandle = two->tripleList[0].last->getLocation();
-        retract(two->tripleList, 0, Handle::Incoming);
-        for (int i = 0; i < n2; ++i) {
-            joined->tripleList.push_back(two->tripleList[i]);
-        }
-        carry2 = new ShiftPositionTransform(path2, result, offset2);
-    } else {
-        farHandle = two->tripleList[n2 - 1].first->getLocation();
-        retract(two->tripleList, n2 - 1, Handle::Outgoing);
-        for (int i = n2 - 1; i >= 0; --i) {
-            SimplePathVertexTriple triple = two->tripleList[i];
-            triple.reverse();
-            joined->tripleList.push_back(triple);
-        }
-        carry2 = new ReverseShiftPositionTransform(path2, n2, result, offset2);
-    }
-    two->tripleList.removeAll();
+    SimplePathVertexTriple const& end2 = two->tripleList[twoStartsThere ? 0 : n2 - 1];
+    DPoint const farHandle = (twoStartsThere ? end2.last : end2.first)->getLocation();
+    retract(two->tripleList, twoStartsThere ? 0 : n2 - 1,
+            twoStartsThere ? Handle::Incoming : Handle::Outgoing);
+    SimplePathPositionTransform* const carry2 =
+        appendPiece(two->tripleList, path2, !twoStartsThere, joined->tripleList, result);
 
     change.insertPositionTransform(carry1);
     change.insertPositionTransform(carry2);

@@ -78,6 +78,9 @@ TEST(DragToPoint, PassesThroughTheTargetAndRebuildsThePath) {
         for (Loc const& t : now) {
             EXPECT_EQ(SimplePathVertexTriple::inferTripleMode(t.first, t.anchor, t.last), t.mode);
         }
+        if (row.closed != 0 && row.index != 3) {
+            EXPECT_EQ(triples[0].first, now[0].first); // the closing segment keeps its incoming handle
+        }
         for (int k : row.untouched) {
             Loc const& was = triples[static_cast<std::size_t>(k)];
             EXPECT_EQ((Loc{was.first, was.anchor, was.last, now[static_cast<std::size_t>(k)].mode}),
