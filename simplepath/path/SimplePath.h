@@ -228,7 +228,7 @@ class SimplePath {
     // and the duplicate placed second to last.
     Result addVertexAtPosition(SimplePathPosition const& position, SimplePathChangeInstruction& change);
     // The same, inserting the caller's own triple (normally from createVertexTriple at the same position)
-    // as it is; the path takes ownership of its vertices.
+    // as it is; the path takes ownership of its vertices, which stay the caller's should the call fail.
     Result addVertexAtPositionEx(SimplePathPosition const& position, SimplePathVertexTriple const& triple,
                                  SimplePathChangeInstruction& change);
     // Removes the triple whose anchor is `anchor` (handles do not match). The last remaining vertex may be
@@ -303,7 +303,8 @@ class SimplePath {
     // The shared part of addVertexAtPosition and addVertexAtPositionEx.
     Result insertAtPosition(SimplePathPosition const& position, SimplePathVertexTriple const* given,
                             SimplePathChangeInstruction& change);
-    // Makes the triple of two handles around `anchor` aligned by setSmoothMode or setSymmetricMode.
+    // Turns both handles of the triple holding `vertex` onto one line through its anchor (the Smooth and
+    // Symmetric setters).
     Result alignHandles(SimplePathVertex* vertex, bool symmetric);
 
     SimplePathTripleList tripleList;
