@@ -164,7 +164,7 @@ SimplePath::Result SimplePath::splitVertex(SimplePathVertex* const& vertex,
         second->tripleList.push_back(tripleList[i]);
     }
     given.handOver();
-    change.insertRemoved(vertex);
+    change.insertRemoved(split.anchor);
     change.insertAdded(given.anchorA);
     change.insertAdded(given.handleA);
     change.insertAdded(given.handleB);
@@ -187,6 +187,9 @@ SimplePath::Result SimplePath::join(PHashablePointer<SimplePath>& path1, SimpleP
     SimplePath* const one = path1;
     SimplePath* const two = path2;
     SimplePath* const joined = result;
+    // Copies: the caller may pass references into the very triple lists that are emptied below.
+    SimplePathVertex* const end1 = vertex1;
+    SimplePathVertex* const end2 = vertex2;
     if (one == nullptr || two == nullptr || joined == nullptr || one == two || joined == one ||
         joined == two) {
         return Failure;
@@ -196,15 +199,15 @@ SimplePath::Result SimplePath::join(PHashablePointer<SimplePath>& path1, SimpleP
     }
     int const n1 = one->numTriples();
     int const n2 = two->numTriples();
-    if (n1 < 2 || n2 < 1 || vertex1 == nullptr || vertex2 == nullptr) {
+    if (n1 < 2 || n2 < 1 || end1 == nullptr || end2 == nullptr) {
         return Failure;
     }
-    bool const oneEndsThere = one->tripleList[n1 - 1].anchor == vertex1;
-    if (!oneEndsThere && one->tripleList[0].anchor != vertex1) {
+    bool const oneEndsThere = one->tripleList[n1 - 1].anchor == end1;
+    if (!oneEndsThere && one->tripleList[0].anchor != end1) {
         return Failure;
     }
-    bool const twoStartsThere = two->tripleList[0].anchor == vertex2;
-    if (!twoStartsThere && two->tripleList[n2 - 1].anchor != vertex2) {
+    bool const twoStartsThere = two->tripleList[0].anchor == end2;
+    if (!twoStartsThere && two->tripleList[n2 - 1].anchor != end2) {
         return Failure;
     }
     try {
@@ -227,8 +230,8 @@ SimplePath::Result SimplePath::join(PHashablePointer<SimplePath>& path1, SimpleP
 
     // path2 runs on from vertex2. The handle vertex2 had towards the rest of path2 is remembered: should
     // the two ends merge, the merged anchor takes it over.
-    SimplePathVertexTriple const& end2 = two->tripleList[twoStartsThere ? 0 : n2 - 1];
-    DPoint const farHandle = (twoStartsThere ? end2.last : end2.first)->getLocation();
+    SimplePathVertexTriple const& joint = two->tripleList[twoStartsThere ? 0 : n2 - 1];
+    DPoint const farHandle = (twoStartsThere ? joint.last : joint.first)->getLocation();
     retract(two->tripleList, twoStartsThere ? 0 : n2 - 1,
             twoStartsThere ? Handle::Incoming : Handle::Outgoing);
     SimplePathPositionTransform* const carry2 =
@@ -237,7 +240,7 @@ SimplePath::Result SimplePath::join(PHashablePointer<SimplePath>& path1, SimpleP
     change.insertPositionTransform(carry1);
     change.insertPositionTransform(carry2);
 
-    if (distance(vertex1->getLocation(), vertex2->getLocation()) != 0.0) {
+    if (distance(end1->getLocation(), end2->getLocation()) != 0.0) {
         return Success;
     }
     // The ends lie at exactly one place: vertex1 absorbs vertex2. When path1 was reversed the far handle
@@ -247,7 +250,7 @@ SimplePath::Result SimplePath::join(PHashablePointer<SimplePath>& path1, SimpleP
     SimplePathVertex* anchor = nullptr;
     SimplePathVertex* out = nullptr;
     SimplePathVertexTriple::VertexTripleMode mode = SimplePathVertexTriple::Cusp;
-    if (joined->getVertexInfo(vertex1, in, anchor, out, mode) != Success) {
+    if (joined->getVertexInfo(end1, in, anchor, out, mode) != Success) {
         return Failure;
     }
     DPoint inLocation = in->getLocation();
@@ -261,5 +264,5 @@ SimplePath::Result SimplePath::join(PHashablePointer<SimplePath>& path1, SimpleP
         Success) {
         return Failure;
     }
-    return joined->deleteVertex(vertex2, change);
+    return joined->deleteVertex(end2, change);
 }
