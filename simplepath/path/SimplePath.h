@@ -4,8 +4,11 @@
 #include <vector>
 
 #include "simplepath/foundation/PHashablePointer.h"
+#include "simplepath/interfaces/ArbTrans.h"
 #include "simplepath/interfaces/DPoint.h"
+#include "simplepath/interfaces/DVector.h"
 #include "simplepath/interfaces/IPoint.h"
+#include "simplepath/interfaces/P2DTrans.h"
 #include "simplepath/path/SimplePathLocationTriple.h"
 #include "simplepath/path/SimplePathPosition.h"
 #include "simplepath/path/SimplePathTripleList.h"
@@ -14,6 +17,8 @@
 
 class SimplePathChangeInstruction;
 class SimplePathMemento;
+
+struct SimplePathFastSession;
 
 // One editable outline: an open or closed chain of vertex triples joined by cubic Bezier segments.
 //
@@ -88,6 +93,80 @@ class SimplePath {
     // Every pair of paths may be joined or combined.
     static int areCompatible(PHashablePointer<SimplePath> const& a, PHashablePointer<SimplePath> const& b);
 
+    // ---- Geometric queries ----
+    // Members named pretransform... map every control point through the transform first and evaluate
+    // the curve from the mapped points, so that a non-affine transform bends the curve. Positions they
+    // return still refer to this path's own segments.
+
+    // The point at a position. Forgiving: a parameter within 1e-9 of 1.0 counts as 1.0, and a parameter
+    // above 1.0 carries once into the next segment. Index n (closed) or n-1 (open) with parameter 0.0 is
+    // the end anchor. A parameter that is not a finite number fails.
+    Result locatePosition(SimplePathPosition const& position, DPoint& out) const;
+    Result getSimplePathPositionLocation(SimplePathPosition const& position, DPoint& out) const;
+    // The point at a position of the mapped curve. Strict: no tolerance, no carrying. A one-triple path
+    // gives its mapped anchor for any position.
+    Result pretransformLocatePosition(ArbTrans<DPoint> const& transform, SimplePathPosition const& position,
+                                      DPoint& out) const;
+
+    // A session caches one iterator per triple for callers that locate many positions on an unchanged
+    // path. Null when it cannot be allocated. Stop the session before editing the path.
+    SimplePathFastSession* startFastSession();
+    // Frees the session; null is ignored.
+    void stopFastSession(SimplePathFastSession* session);
+    // Triple `index` through the session, or through getTriple when the session is null or stale.
+    Result fastGetTriple(SimplePathFastSession* session, int index, SimplePathVertexTriple& out) const;
+    // The same result as pretransformLocatePosition.
+    Result fastPretransformLocatePosition(SimplePathFastSession* session, ArbTrans<DPoint> const& transform,
+                                          SimplePathPosition const& position, DPoint& out) const;
+
+    // The exact extent of the curve (not of its handles). An empty path fails and leaves the outputs at
+    // +2147483647.0 (minima) and -2147483647.0 (maxima); the Ex form uses the largest double instead.
+    Result getMinMax(double& minX, double& minY, double& maxX, double& maxY) const;
+    Result pretransformGetMinMax(ArbTrans<DPoint> const& transform, double& minX, double& minY, double& maxX,
+                                 double& maxY) const;
+    Result pretransformGetMinMaxEx(ArbTrans<DPoint> const& transform, double& minX, double& minY,
+                                   double& maxX, double& maxY) const;
+    // The curve points of greatest and of least y; among equal y the earliest segment's.
+    Result getTopBottom(DPoint& top, DPoint& bottom) const;
+    // The arc length of the mapped curve; 0.0 for a path without segments.
+    void pretransformLength(ArbTrans<DPoint> const& transform, double& length) const;
+    // 1 when a point of the mapped curve's flattening (tolerance 1.0) lies strictly inside the box.
+    int pretransformInBox(ArbTrans<DPoint> const& transform, DPoint const& boxMin,
+                          DPoint const& boxMax) const;
+
+    // The position of the curve nearest the point, and its squared distance. Ties go to the lowest
+    // segment, so an anchor hit exactly is reported as (s, 1.0) of the segment ending there. A one-triple
+    // path answers (0, 0.0) at squared distance 0.0 whatever the point.
+    Result findClosestPosition(DPoint const& point, SimplePathPosition& position) const;
+    Result findClosestPosition(DPoint const& point, SimplePathPosition& position,
+                               double& squaredDistance) const;
+    // The same on the mapped curve by sampling each segment at t = 0.0, 0.1, ... (eleven samples).
+    Result pretransformFindClosestPosition(DPoint const& point, ArbTrans<DPoint> const& transform,
+                                           SimplePathPosition& position) const;
+    Result pretransformFindClosestPosition(DPoint const& point, ArbTrans<DPoint> const& transform,
+                                           SimplePathPosition& position, double& squaredDistance) const;
+    // Appends the positions where the mapped curve crosses the infinite line through a and b: the end
+    // anchor first when it lies within 1.0 of the line, then the segments from the last to the first.
+    Result pretransformFindIntersections(DPoint const& a, DPoint const& b, ArbTrans<DPoint> const& transform,
+                                         std::list<SimplePathPosition>& out) const;
+
+    // The vertex strictly within `tolerance` of the point: anchors first, then handles, each pass from
+    // the last triple to the first.
+    Result pickVertex(DPoint const& point, double tolerance, SimplePathVertex*& vertex) const;
+    Result pretransformPickVertex(DPoint const& point, double tolerance, ArbTrans<DPoint> const& transform,
+                                  SimplePathVertex*& vertex) const;
+    Result pretransformPickAnchor(DPoint const& point, double tolerance, ArbTrans<DPoint> const& transform,
+                                  SimplePathVertex*& vertex) const;
+    // The position of the curve within `tolerance` of the point: segments first (last to first), then
+    // anchors.
+    Result pickPosition(DPoint const& point, double tolerance, SimplePathPosition& position) const;
+    Result pretransformPickPosition(DPoint const& point, double tolerance, ArbTrans<DPoint> const& transform,
+                                    SimplePathPosition& position) const;
+
+    // A signed distance from b to a counted in segments; on a closed path the shorter way round, the
+    // wrapped way on a tie.
+    double getInterPositionMetric(SimplePathPosition const& a, SimplePathPosition const& b) const;
+
     // ---- Closed flag ----
     // Closes the path without touching its triples; nothing is recorded in `change`.
     Result setClosed(SimplePathChangeInstruction& change);
@@ -133,6 +212,77 @@ class SimplePath {
     // path untouched, only for a null memento or when memory is exhausted.
     Result undo(SimplePathMemento* memento);
 
+    // ---- Vertex editing ----
+    // Members that renumber vertices record what they did in `change`, so that positions and vertex
+    // pointers held elsewhere can follow; the others leave it untouched. Removed vertices are unlinked,
+    // not deleted: whoever holds the change instruction decides their fate.
+
+    // The triple an insertion at `position` would create, without touching the path: the de Casteljau
+    // halves of the segment (a straight segment, handles within 1e-7 of their anchors, gives three
+    // vertices at the curve point), mode Smooth. The new vertices belong to the caller. An unreadable
+    // segment or a parameter that is not a finite number leaves `out` untouched.
+    void createVertexTriple(SimplePathPosition const& position, SimplePathVertexTriple& out) const;
+    // Inserts a new Smooth vertex at `position`, reshaping the two neighbouring handles so that the drawn
+    // curve stays the same. The add-anchor transform is recorded first, and stays recorded even when the
+    // call then fails. At the last vertex of an open path (parameter exactly 0) the vertex is duplicated
+    // and the duplicate placed second to last.
+    Result addVertexAtPosition(SimplePathPosition const& position, SimplePathChangeInstruction& change);
+    // The same, inserting the caller's own triple (normally from createVertexTriple at the same position)
+    // as it is; the path takes ownership of its vertices, which stay the caller's should the call fail.
+    Result addVertexAtPositionEx(SimplePathPosition const& position, SimplePathVertexTriple const& triple,
+                                 SimplePathChangeInstruction& change);
+    // Removes the triple whose anchor is `anchor` (handles do not match). The last remaining vertex may be
+    // deleted. The neighbours' handles stay where they are.
+    Result deleteVertex(SimplePathVertex* const& anchor, SimplePathChangeInstruction& change);
+
+    // Mode setters accept any of a triple's three vertices; `change` is accepted for a uniform signature.
+    // Smooth: both handles turned onto one line through the anchor, each keeping its length.
+    Result setSmoothMode(SimplePathVertex*& vertex, SimplePathChangeInstruction& change);
+    // Symmetric: as Smooth, both handles taking the mean of their lengths.
+    Result setSymmetricMode(SimplePathVertex*& vertex, SimplePathChangeInstruction& change);
+    // Cusp: only the mode changes, unless both handles sit on the anchor; they are then pulled out.
+    Result setCuspMode(SimplePathVertex*& vertex, SimplePathChangeInstruction& change);
+    // Straight: both handles retracted onto the anchor, mode Cusp.
+    Result setStraightMode(SimplePathVertex*& vertex, SimplePathChangeInstruction& change);
+    // Moves the three vertices of the triple made of exactly `in`, `anchor` and `out` and sets its mode.
+    // `flag` is accepted from callers that pass one; it changes nothing.
+    Result changeTriple(SimplePathVertex* in, DPoint const& inLocation, SimplePathVertex* anchor,
+                        DPoint const& anchorLocation, SimplePathVertex* out, DPoint const& outLocation,
+                        SimplePathVertexTriple::VertexTripleMode mode, SimplePathChangeInstruction& change,
+                        int flag = 0);
+    // Reshapes the segment of `position` so that the curve passes through `target`. The whole path is
+    // rebuilt: every vertex object is replaced (old pointers dangle) and every mode is re-inferred from
+    // the handle directions.
+    Result dragToPoint(SimplePathPosition const& position, DPoint const& target);
+
+    // Maps every point through the transform. Smooth and Symmetric vertices keep their mode even if the
+    // transform bends their handles out of line; any other mode becomes Cusp.
+    Result transform(ArbTrans<DPoint> const& mapping);
+    // Maps every point p to centre + m * (p - centre); modes are kept.
+    Result transform(P2DTrans const& m, DPoint const& centre);
+    Result translate(DVector const& offset);
+    // Scales every point about the origin.
+    void scale(double xFactor, double yFactor);
+
+    // ---- Split and join ----
+    // Cuts the path at its anchor `vertex`. An open path falls apart: the triples up to the anchor go to
+    // `firstPath`, those from it on to `secondPath`, each piece ending in its own copy of the anchor
+    // (`anchorA` with handle `handleA` for the first, `anchorB` with `handleB` for the second, or fresh
+    // copies when `anchorA` is null); this path is left empty and `vertex` is reported removed. A closed
+    // path is opened at the anchor instead and starts and ends there; the pieces are not used and the
+    // given `anchorB` is ignored (it stays the caller's).
+    Result splitVertex(SimplePathVertex* const& vertex, SimplePathChangeInstruction& change,
+                       PHashablePointer<SimplePath>& firstPath, PHashablePointer<SimplePath>& secondPath,
+                       SimplePathVertex* anchorA = nullptr, SimplePathVertex* handleA = nullptr,
+                       SimplePathVertex* anchorB = nullptr, SimplePathVertex* handleB = nullptr);
+    // Builds into `result` one open path running through `path1` to its end anchor `vertex1`, then by a
+    // straight segment to `path2`'s end anchor `vertex2` and through `path2`; each input is reversed as
+    // needed and left empty. Anchors at exactly the same place are merged into one vertex. Both inputs
+    // must be open, distinct and different from `result`, and `path1` must have two triples or more.
+    static Result join(PHashablePointer<SimplePath>& path1, SimplePathVertex* const& vertex1,
+                       PHashablePointer<SimplePath>& path2, SimplePathVertex* const& vertex2,
+                       SimplePathChangeInstruction& change, PHashablePointer<SimplePath>& result);
+
   private:
     // Deep-copies `source` triple by triple onto the end of this path's list.
     void appendCopiesOf(SimplePathTripleList const& source);
@@ -145,6 +295,17 @@ class SimplePath {
     bool insertNewTriple(int index, DPoint const& first, DPoint const& anchor, DPoint const& last,
                          SimplePathVertexTriple::VertexTripleMode mode, SimplePathVertexTriple& made);
     template <class Points> Result appendRetractedTriples(Points const& points);
+    // Editing helpers. The index of the triple whose anchor is `anchor`, or -1.
+    int findAnchor(SimplePathVertex const* anchor) const;
+    // The neighbouring triples of triple `index`, or -1 where there is none (open ends, one triple).
+    int previousTriple(int index) const;
+    int nextTriple(int index) const;
+    // The shared part of addVertexAtPosition and addVertexAtPositionEx.
+    Result insertAtPosition(SimplePathPosition const& position, SimplePathVertexTriple const* given,
+                            SimplePathChangeInstruction& change);
+    // Turns both handles of the triple holding `vertex` onto one line through its anchor (the Smooth and
+    // Symmetric setters).
+    Result alignHandles(SimplePathVertex* vertex, bool symmetric);
 
     SimplePathTripleList tripleList;
     int closed = 0;

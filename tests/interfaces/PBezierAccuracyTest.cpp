@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/BezierReference.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -13,64 +15,18 @@
 
 namespace {
 
-using LD = long double;
-
-struct LPoint {
-    LD x, y;
-};
+using support::LD;
+using support::LPoint;
+using support::speed;
 
 LPoint at(PBezier const& b, LD t) {
-    LD const s = 1 - t;
-    LD const w[4] = {s * s * s, 3 * s * s * t, 3 * s * t * t, t * t * t};
-    LPoint p{0, 0};
-    for (int i = 0; i < 4; ++i) {
-        p.x += w[i] * b[i].x;
-        p.y += w[i] * b[i].y;
-    }
-    return p;
+    return support::evaluate(b, t);
 }
-
-LD speed(PBezier const& b, LD t) {
-    LD const s = 1 - t;
-    LD const w[3] = {3 * s * s, 6 * s * t, 3 * t * t};
-    LD x = 0, y = 0;
-    for (int i = 0; i < 3; ++i) {
-        x += w[i] * (LD(b[i + 1].x) - b[i].x);
-        y += w[i] * (LD(b[i + 1].y) - b[i].y);
-    }
-    return std::sqrt(x * x + y * y);
-}
-
 LD dist2(PBezier const& b, LD t, DPoint p) {
-    LPoint const q = at(b, t);
-    return (q.x - p.x) * (q.x - p.x) + (q.y - p.y) * (q.y - p.y);
+    return support::squaredDistanceTo(b, t, p);
 }
-
-// Minimum over [0, 1] of a function: dense samples, then golden-section refinement around every local
-// sample minimum.
-template <class F> LD referenceMin(F const& f, int samples = 1000) {
-    std::vector<LD> v(samples + 1);
-    for (int i = 0; i <= samples; ++i) {
-        v[i] = f(LD(i) / samples);
-    }
-    LD best = std::min(v[0], v[samples]);
-    for (int i = 0; i <= samples; ++i) {
-        if ((i > 0 && v[i - 1] < v[i]) || (i < samples && v[i + 1] < v[i])) {
-            continue;
-        }
-        LD a = LD(std::max(0, i - 1)) / samples, c = LD(std::min(samples, i + 1)) / samples;
-        LD const g = (std::sqrt(LD(5)) - 1) / 2;
-        LD x1 = c - g * (c - a), x2 = a + g * (c - a), f1 = f(x1), f2 = f(x2);
-        for (int k = 0; k < 90; ++k) {
-            if (f1 < f2) {
-                c = x2, x2 = x1, f2 = f1, x1 = c - g * (c - a), f1 = f(x1);
-            } else {
-                a = x1, x1 = x2, f1 = f2, x2 = a + g * (c - a), f2 = f(x2);
-            }
-        }
-        best = std::min({best, v[i], f1, f2});
-    }
-    return best;
+template <class F> LD referenceMin(F const& f) {
+    return support::minimumOver(f);
 }
 
 double size(PBezier const& b) {
