@@ -1,7 +1,5 @@
 #include "simplepath/simplepath.h"
 
-#include "LegacyReference.h"
-
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -12,8 +10,13 @@
 
 namespace {
 
-using legacytest::expectNear;
-using legacytest::LD;
+using LD = long double;
+
+// Both coordinates of anything with x and y within tolerance of expected.
+template <class Point> void expectNear(Point const& actual, DPoint const& expected, double tolerance) {
+    EXPECT_NEAR(actual.x, expected.x, tolerance);
+    EXPECT_NEAR(actual.y, expected.y, tolerance);
+}
 
 struct Hit {
     int found;
