@@ -106,11 +106,12 @@ TEST(LegacyBezier, TFromLengthInvertsTheLength) {
 }
 
 TEST(LegacyBezier, FlatteningWritesEachPiecesLastThreePointsLeftHalfFirst) {
-    // One halving: the left half's P1, P2, P3, then the right half's (all dyadic, so exact). A
-    // non-empty output already holds the joint, so P0 is written only into an empty one.
-    CBezier const once(DPoint(0, 0), DPoint(0, 1.5), DPoint(1.5, 1.5), DPoint(1.5, 0));
-    std::vector<DPoint> expected = {{0, 0},         {0, 0.75},   {0.375, 1.125}, {0.75, 1.125},
-                                    {1.125, 1.125}, {1.5, 0.75}, {1.5, 0}};
+    // Only the first leg is longer than the tolerance of 1, and one halving brings every leg within it:
+    // the left half's P1, P2, P3, then the right half's (all dyadic, so exact). A non-empty output
+    // already holds the joint, so P0 is written only into an empty one.
+    CBezier const once(DPoint(0, 0), DPoint(0, 1.5), DPoint(0.5, 1.5), DPoint(1, 1.5));
+    std::vector<DPoint> expected = {{0, 0},     {0, 0.75},   {0.125, 1.125}, {0.3125, 1.3125},
+                                    {0.5, 1.5}, {0.75, 1.5}, {1, 1.5}};
     EXPECT_EQ(flatten(once), expected);
     CArray<DPoint, DPoint> joint;
     joint.Add(expected[0] = DPoint(9, 9));
