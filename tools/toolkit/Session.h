@@ -5,7 +5,10 @@
 #include "toolkit/PathDataWriter.h"
 #include "toolkit/SvgDocument.h"
 
+#include "simplepath/path/SimplePath.h"
+
 #include <iosfwd>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -26,7 +29,10 @@ class Session {
     GlobalOptions const& options;
     std::string source; // where the drawing came from, for messages: a file name, "standard input", "--d"
     SvgFrame frame;     // the input document's canvas; empty for path data
-    std::vector<CubicChain> chains; // the outlines as read, one per subpath
+    std::vector<CubicChain> chains; // the outlines as read, one per subpath, until adoptChains takes them
+    // The drawing as library paths, in input order; the commands query and edit these. Paths are never
+    // shared, so the session owns each one outright.
+    std::vector<std::unique_ptr<SimplePath>> paths;
 
     std::istream& in;
     std::ostream& out;

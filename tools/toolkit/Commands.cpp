@@ -1,0 +1,39 @@
+#include "toolkit/Hooks.h"
+
+namespace sptool {
+
+int runInfo(Session& session, InfoStep const&) {
+    return session.notYetAvailable("info");
+}
+int runNearest(Session& session, NearestStep const&) {
+    return session.notYetAvailable("nearest");
+}
+int runIntersect(Session& session, IntersectStep const&) {
+    return session.notYetAvailable("intersect");
+}
+int runPick(Session& session, PickStep const&) {
+    return session.notYetAvailable("pick");
+}
+int runInsert(Session& session, InsertStep const&) {
+    return session.notYetAvailable("insert");
+}
+int runDelete(Session& session, DeleteStep const&) {
+    return session.notYetAvailable("delete");
+}
+int runMode(Session& session, ModeStep const&) {
+    return session.notYetAvailable("mode");
+}
+int runSplit(Session& session, SplitStep const&) {
+    return session.notYetAvailable("split");
+}
+int runJoin(Session& session, JoinStep const&) {
+    return session.notYetAvailable("join");
+}
+int runDrag(Session& session, DragStep const&) {
+    return session.notYetAvailable("drag");
+}
+int runTransform(Session& session, TransformStep const&) {
+    return session.notYetAvailable("transform");
+}
+
+} // namespace sptool
