@@ -92,7 +92,7 @@ char const* const kSamples[] = {"icon.svg", "open-paths.svg", "exported-logo.svg
 
 // Removes the scratch folder that the runs of each test leave behind.
 class ToolProcess : public ::testing::Test {
-protected:
+  protected:
     void TearDown() override {
         std::error_code ignored;
         fs::remove_all(scratch(), ignored);
@@ -154,6 +154,18 @@ TEST_F(ToolProcess, ReadsPathDataFromFilesAndStandardInput) {
 TEST_F(ToolProcess, EveryErrorIsOneLineWithANonZeroExit) {
     fs::path const bad = scratch() / "bad.svg";
     ASSERT_EQ(writeFileAtomically(bad.string(), "<svg><path id='a' d='M0 0 L 5'/></svg>"), "");
+    // A stream of two paths cut inside the second, one with a stray byte after its paths, and a file of text.
+    fs::path const spath = scratch() / "two.spath";
+    ASSERT_EQ(run({"--d", "M0 0L1 1M2 2L3 3", "--format", "spath", "-o", spath.string()}).code, 0);
+    std::string error;
+    std::string const bytes = readWholeFile(spath.string(), error);
+    fs::path const cut = scratch() / "cut.spath";
+    fs::path const longer = scratch() / "longer.spath";
+    fs::path const text = scratch() / "text.spath";
+    ASSERT_EQ(writeFileAtomically(cut.string(), bytes.substr(0, bytes.size() - 3)), "");
+    ASSERT_EQ(writeFileAtomically(longer.string(), bytes + "x"), "");
+    ASSERT_EQ(writeFileAtomically(text.string(), "M0 0"), "");
+    std::string const unreadable = "simplepath: error: " + scratch().string();
     struct Case {
         std::vector<std::string> args;
         int code;
@@ -173,6 +185,16 @@ TEST_F(ToolProcess, EveryErrorIsOneLineWithANonZeroExit) {
          1,
          "simplepath: error: unknown command 'frobnicate' (run simplepath --help for the list)\n"},
         {{sample("icon.svg"), "delete", "--vertex"}, 1, ""},
+        {{cut.string()},
+         1,
+         unreadable + "/cut.spath: not a readable .spath stream: path 1 of 2 is cut short or damaged\n"},
+        {{longer.string()},
+         1,
+         unreadable + "/longer.spath: not a readable .spath stream: unexpected bytes after path 1\n"},
+        {{text.string()},
+         1,
+         unreadable +
+             "/text.spath: not a readable .spath stream: path 0 of 807415885 is cut short or damaged\n"},
         {{sample("icon.svg"), "info"}, 2, "simplepath: info: not yet available\n"},
         {{sample("icon.svg"), "drag", "--near", "1", "2", "--to", "3", "4"},
          2,
@@ -207,4 +229,39 @@ TEST_F(ToolProcess, AFailedCallLeavesTheOutputFileUntouched) {
     Outcome const written = run({"--d", "M0 0 L1 1", "-o", out.string()});
     EXPECT_EQ(written.code, 0);
     EXPECT_EQ(readWholeFile(out.string(), error), "M0 0L1 1\n");
+}
+
+TEST_F(ToolProcess, SpathStreamsReadBackToTheSameBytesAndCurves) {
+    fs::path const first = scratch() / "first.spath";
+    fs::path const second = scratch() / "second.spath";
+    std::string error;
+    for (char const* name : kSamples) {
+        ASSERT_EQ(run({sample(name), "--format", "spath", "-o", first.string()}).code, 0) << name;
+        Outcome const again = run({first.string(), "convert", "--format", "spath", "-o", second.string()});
+        ASSERT_EQ(again.code, 0) << name << ": " << again.err;
+        std::string const bytes = readWholeFile(first.string(), error);
+        EXPECT_EQ(bytes, readWholeFile(second.string(), error)) << name;
+        EXPECT_EQ(run({first.string()}).out, run({sample(name)}).out) << name;
+    }
+}
+
+TEST_F(ToolProcess, RenderDrawsEveryVertexWithTheShapeOfItsMode) {
+    // The middle vertex continues its curve (smooth); the kink at (20 0) is a cusp.
+    Outcome const r = run({"--d", "M0 0C0 5 10 5 10 0S20 -5 20 0C25 0 30 5 30 10", "render"});
+    ASSERT_EQ(r.code, 0) << r.err;
+    auto count = [&](std::string const& what) {
+        std::size_t n = 0;
+        for (std::size_t at = r.out.find(what); at != std::string::npos; at = r.out.find(what, at + 1)) {
+            ++n;
+        }
+        return n;
+    };
+    EXPECT_EQ(count("class=\"smooth\""), 3u); // the ends' retracted handles count as aligned
+    EXPECT_EQ(count("class=\"cusp\""), 1u);
+    EXPECT_EQ(count("<line "), 6u); // the handles that stand off their anchors
+    SvgReadResult const drawing = readSvgDocument(r.out);
+    ASSERT_TRUE(drawing.ok()) << drawing.error;
+    EXPECT_EQ(sampledDistance(drawing.document.chains.front(),
+                              parsePathData("M0 0C0 5 10 5 10 0S20 -5 20 0C25 0 30 5 30 10").chains.front()),
+              0.0);
 }
