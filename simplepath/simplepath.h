@@ -39,6 +39,7 @@
 #include "simplepath/path/SimplePath.h"
 #include "simplepath/path/SimplePathConversion.h"
 #include "simplepath/path/SimplePathDPointVertex.h"
+#include "simplepath/path/SimplePathFastSession.h"
 #include "simplepath/path/SimplePathLocationTriple.h"
 #include "simplepath/path/SimplePathMemento.h"
 #include "simplepath/path/SimplePathPosition.h"

@@ -67,7 +67,8 @@ class PBezier {
         right.p_[3] = p3;
     }
 
-    // Arc length, relative error at most 1e-12 (adaptive Gauss-Legendre quadrature of |B'(t)|).
+    // Arc length, relative error at most 1e-12 (Gauss-Legendre on pieces sized from the zeros of B'(t)
+    // continued to complex t).
     double length() const;
 
     // Appends a flattening from P0 to P3 inclusive whose distance from the curve never exceeds tolerance,

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "simplepath/foundation/PHashablePointer.h"
+#include "simplepath/interfaces/ArbTrans.h"
 #include "simplepath/interfaces/DPoint.h"
 #include "simplepath/interfaces/IPoint.h"
 #include "simplepath/path/SimplePathLocationTriple.h"
@@ -14,6 +15,8 @@
 
 class SimplePathChangeInstruction;
 class SimplePathMemento;
+
+struct SimplePathFastSession;
 
 // One editable outline: an open or closed chain of vertex triples joined by cubic Bezier segments.
 //
@@ -87,6 +90,80 @@ class SimplePath {
 
     // Every pair of paths may be joined or combined.
     static int areCompatible(PHashablePointer<SimplePath> const& a, PHashablePointer<SimplePath> const& b);
+
+    // ---- Geometric queries ----
+    // Members named pretransform... map every control point through the transform first and evaluate
+    // the curve from the mapped points, so that a non-affine transform bends the curve. Positions they
+    // return still refer to this path's own segments.
+
+    // The point at a position. Forgiving: a parameter within 1e-9 of 1.0 counts as 1.0, and a parameter
+    // above 1.0 carries once into the next segment. Index n (closed) or n-1 (open) with parameter 0.0 is
+    // the end anchor. A parameter that is not a finite number fails.
+    Result locatePosition(SimplePathPosition const& position, DPoint& out) const;
+    Result getSimplePathPositionLocation(SimplePathPosition const& position, DPoint& out) const;
+    // The point at a position of the mapped curve. Strict: no tolerance, no carrying. A one-triple path
+    // gives its mapped anchor for any position.
+    Result pretransformLocatePosition(ArbTrans<DPoint> const& transform, SimplePathPosition const& position,
+                                      DPoint& out) const;
+
+    // A session caches one iterator per triple for callers that locate many positions on an unchanged
+    // path. Null when it cannot be allocated. Stop the session before editing the path.
+    SimplePathFastSession* startFastSession();
+    // Frees the session; null is ignored.
+    void stopFastSession(SimplePathFastSession* session);
+    // Triple `index` through the session, or through getTriple when the session is null or stale.
+    Result fastGetTriple(SimplePathFastSession* session, int index, SimplePathVertexTriple& out) const;
+    // The same result as pretransformLocatePosition.
+    Result fastPretransformLocatePosition(SimplePathFastSession* session, ArbTrans<DPoint> const& transform,
+                                          SimplePathPosition const& position, DPoint& out) const;
+
+    // The exact extent of the curve (not of its handles). An empty path fails and leaves the outputs at
+    // +2147483647.0 (minima) and -2147483647.0 (maxima); the Ex form uses the largest double instead.
+    Result getMinMax(double& minX, double& minY, double& maxX, double& maxY) const;
+    Result pretransformGetMinMax(ArbTrans<DPoint> const& transform, double& minX, double& minY, double& maxX,
+                                 double& maxY) const;
+    Result pretransformGetMinMaxEx(ArbTrans<DPoint> const& transform, double& minX, double& minY,
+                                   double& maxX, double& maxY) const;
+    // The curve points of greatest and of least y; among equal y the earliest segment's.
+    Result getTopBottom(DPoint& top, DPoint& bottom) const;
+    // The arc length of the mapped curve; 0.0 for a path without segments.
+    void pretransformLength(ArbTrans<DPoint> const& transform, double& length) const;
+    // 1 when a point of the mapped curve's flattening (tolerance 1.0) lies strictly inside the box.
+    int pretransformInBox(ArbTrans<DPoint> const& transform, DPoint const& boxMin,
+                          DPoint const& boxMax) const;
+
+    // The position of the curve nearest the point, and its squared distance. Ties go to the lowest
+    // segment, so an anchor hit exactly is reported as (s, 1.0) of the segment ending there. A one-triple
+    // path answers (0, 0.0) at squared distance 0.0 whatever the point.
+    Result findClosestPosition(DPoint const& point, SimplePathPosition& position) const;
+    Result findClosestPosition(DPoint const& point, SimplePathPosition& position,
+                               double& squaredDistance) const;
+    // The same on the mapped curve by sampling each segment at t = 0.0, 0.1, ... (eleven samples).
+    Result pretransformFindClosestPosition(DPoint const& point, ArbTrans<DPoint> const& transform,
+                                           SimplePathPosition& position) const;
+    Result pretransformFindClosestPosition(DPoint const& point, ArbTrans<DPoint> const& transform,
+                                           SimplePathPosition& position, double& squaredDistance) const;
+    // Appends the positions where the mapped curve crosses the infinite line through a and b: the end
+    // anchor first when it lies within 1.0 of the line, then the segments from the last to the first.
+    Result pretransformFindIntersections(DPoint const& a, DPoint const& b, ArbTrans<DPoint> const& transform,
+                                         std::list<SimplePathPosition>& out) const;
+
+    // The vertex strictly within `tolerance` of the point: anchors first, then handles, each pass from
+    // the last triple to the first.
+    Result pickVertex(DPoint const& point, double tolerance, SimplePathVertex*& vertex) const;
+    Result pretransformPickVertex(DPoint const& point, double tolerance, ArbTrans<DPoint> const& transform,
+                                  SimplePathVertex*& vertex) const;
+    Result pretransformPickAnchor(DPoint const& point, double tolerance, ArbTrans<DPoint> const& transform,
+                                  SimplePathVertex*& vertex) const;
+    // The position of the curve within `tolerance` of the point: segments first (last to first), then
+    // anchors.
+    Result pickPosition(DPoint const& point, double tolerance, SimplePathPosition& position) const;
+    Result pretransformPickPosition(DPoint const& point, double tolerance, ArbTrans<DPoint> const& transform,
+                                    SimplePathPosition& position) const;
+
+    // A signed distance from b to a counted in segments; on a closed path the shorter way round, the
+    // wrapped way on a tie.
+    double getInterPositionMetric(SimplePathPosition const& a, SimplePathPosition const& b) const;
 
     // ---- Closed flag ----
     // Closes the path without touching its triples; nothing is recorded in `change`.

@@ -24,6 +24,8 @@ class SimplePathDPointVertex : public SimplePathVertex, public GenericPoint {
     ~SimplePathDPointVertex() override;
 
     DPoint getLocation() const override;
+    // The location without a virtual call, for loops that read many vertices of this class.
+    DPoint const& storedLocation() const { return location; }
     // A new vertex at the same location, or null when memory is exhausted.
     SimplePathVertex* copy() const override;
 

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/BezierReference.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -13,64 +15,18 @@
 
 namespace {
 
-using LD = long double;
-
-struct LPoint {
-    LD x, y;
-};
+using support::LD;
+using support::LPoint;
+using support::speed;
 
 LPoint at(PBezier const& b, LD t) {
-    LD const s = 1 - t;
-    LD const w[4] = {s * s * s, 3 * s * s * t, 3 * s * t * t, t * t * t};
-    LPoint p{0, 0};
-    for (int i = 0; i < 4; ++i) {
-        p.x += w[i] * b[i].x;
-        p.y += w[i] * b[i].y;
-    }
-    return p;
+    return support::evaluate(b, t);
 }
-
-LD speed(PBezier const& b, LD t) {
-    LD const s = 1 - t;
-    LD const w[3] = {3 * s * s, 6 * s * t, 3 * t * t};
-    LD x = 0, y = 0;
-    for (int i = 0; i < 3; ++i) {
-        x += w[i] * (LD(b[i + 1].x) - b[i].x);
-        y += w[i] * (LD(b[i + 1].y) - b[i].y);
-    }
-    return std::sqrt(x * x + y * y);
-}
-
 LD dist2(PBezier const& b, LD t, DPoint p) {
-    LPoint const q = at(b, t);
-    return (q.x - p.x) * (q.x - p.x) + (q.y - p.y) * (q.y - p.y);
+    return support::squaredDistanceTo(b, t, p);
 }
-
-// Minimum over [0, 1] of a function: dense samples, then golden-section refinement around every local
-// sample minimum.
-template <class F> LD referenceMin(F const& f, int samples = 1000) {
-    std::vector<LD> v(samples + 1);
-    for (int i = 0; i <= samples; ++i) {
-        v[i] = f(LD(i) / samples);
-    }
-    LD best = std::min(v[0], v[samples]);
-    for (int i = 0; i <= samples; ++i) {
-        if ((i > 0 && v[i - 1] < v[i]) || (i < samples && v[i + 1] < v[i])) {
-            continue;
-        }
-        LD a = LD(std::max(0, i - 1)) / samples, c = LD(std::min(samples, i + 1)) / samples;
-        LD const g = (std::sqrt(LD(5)) - 1) / 2;
-        LD x1 = c - g * (c - a), x2 = a + g * (c - a), f1 = f(x1), f2 = f(x2);
-        for (int k = 0; k < 90; ++k) {
-            if (f1 < f2) {
-                c = x2, x2 = x1, f2 = f1, x1 = c - g * (c - a), f1 = f(x1);
-            } else {
-                a = x1, x1 = x2, f1 = f2, x2 = a + g * (c - a), f2 = f(x2);
-            }
-        }
-        best = std::min({best, v[i], f1, f2});
-    }
-    return best;
+template <class F> LD referenceMin(F const& f) {
+    return support::minimumOver(f);
 }
 
 double size(PBezier const& b) {
@@ -139,6 +95,17 @@ TEST(PBezierAccuracy, NearestPointIsTheGlobalMinimum) {
         probes.push_back(b[0]);               // at the ends
         probes.push_back(b[3]);
         probes.push_back(o + 0.5 * ((b[1] - o) + (b[2] - o))); // inside a loop, near a cusp
+        // At and near a centre of curvature the distance's slope has a double zero: the subdivision cannot
+        // separate its zeros and hands the piece to the cascade.
+        DVector const v = b.derivative(0.37);
+        DVector const acc =
+            6.0 * ((b[2] - b[1]) - (b[1] - b[0])) * 0.63 + 6.0 * ((b[3] - b[2]) - (b[2] - b[1])) * 0.37;
+        double const cross = v.x * acc.y - v.y * acc.x;
+        if (std::fabs(cross) > 1e-9 * v.squaredLength() * v.length() / (s > 0 ? s : 1.0)) {
+            DPoint const centre = b.bValue(0.37) + v.ortho() * (v.squaredLength() / cross);
+            probes.push_back(centre);
+            probes.push_back(centre + v * (1e-7 / v.length()));
+        }
         for (DPoint const& p : probes) {
             double const t = b.findNearestPointTValue(p);
             ASSERT_GE(t, 0.0);
@@ -196,6 +163,14 @@ TEST(PBezierAccuracy, LengthIsWithin1e12Relative) {
     auto curves = randomCurves(150, 2);
     auto hard = hardCurves();
     curves.insert(curves.end(), hard.begin(), hard.end());
+    // Near-cusps and straight curves nearly turning back, with the zero of B' continued to complex t at
+    // distances from 1e-1 to 1e-13 off the axis: across the cut between graded pieces and the cusp treatment.
+    for (int k = 1; k <= 26; ++k) {
+        double const e = std::pow(10.0, -0.5 * k);
+        curves.push_back({{0, 0}, {1000, 600}, {0, 600 + 1000 * e}, {1000, 0}});
+        curves.push_back({{0, 0}, {1000, 600}, {0, 600 - 1000 * e}, {1000, 0}});
+        curves.push_back({{0, 0}, {1000, 100 * e}, {-500, 0}, {600, 0}});
+    }
     double worst = 0.0;
     for (PBezier const& b : curves) {
         LD const truth = referenceLength(b);
@@ -315,6 +290,27 @@ TEST(PBezierAccuracy, AxisTangenciesAndDegenerateCurves) {
     intersectBezierWithXAxis(PBezier({0, 1}, {1, INFINITY}, {2, -1}, {3, 3}), r);
     intersectBezierWithXAxis(PBezier({0, 1}, {1, 2}, {2, 1e-300}, {3, 3}), r);
     EXPECT_EQ(r, std::vector<double>{42.0});
+    // Two crossings closing in on a tangency: y = 3 (2t - 1)^2 - 3e, zeros at 1/2 +- sqrt(e)/2.
+    for (double e : {1e-2, 1e-4, 1e-6, 1e-8}) {
+        r.clear();
+        intersectBezierWithXAxis(PBezier({0, 3 - 3 * e}, {1, -1 - 3 * e}, {2, -1 - 3 * e}, {3, 3 - 3 * e}),
+                                 r);
+        ASSERT_EQ(r.size(), 2u);
+        EXPECT_NEAR(r[0], 0.5 - 0.5 * std::sqrt(e), 1e-12);
+        EXPECT_NEAR(r[1], 0.5 + 0.5 * std::sqrt(e), 1e-12);
+    }
+    // One sign change among the control values is one simple crossing; a control value of zero leaves
+    // that shortcut and takes the monotone pieces, with the same answer: y = 3t^2 - 2t^3 - 0.5 on (0, 1).
+    for (double y1 : {-0.5, 0.0}) {
+        r.clear();
+        PBezier const b({0, -0.5}, {1, y1}, {2, 0.5}, {3, 0.5});
+        intersectBezierWithXAxis(b, r);
+        std::vector<LD> const want = referenceCrossings(b);
+        ASSERT_EQ(r.size(), want.size());
+        for (std::size_t i = 0; i < r.size(); ++i) {
+            EXPECT_NEAR(r[i], double(want[i]), 1e-12);
+        }
+    }
     // Nearly flat crossings, at tiny and huge scale.
     for (double s : {1e-9, 1.0, 1e9}) {
         r.clear();
