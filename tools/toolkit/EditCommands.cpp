@@ -2,18 +2,6 @@
 
 namespace sptool {
 
-int runInfo(Session& session, InfoStep const&) {
-    return session.notYetAvailable("info");
-}
-int runNearest(Session& session, NearestStep const&) {
-    return session.notYetAvailable("nearest");
-}
-int runIntersect(Session& session, IntersectStep const&) {
-    return session.notYetAvailable("intersect");
-}
-int runPick(Session& session, PickStep const&) {
-    return session.notYetAvailable("pick");
-}
 int runInsert(Session& session, InsertStep const&) {
     return session.notYetAvailable("insert");
 }
