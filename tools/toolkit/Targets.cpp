@@ -25,14 +25,14 @@ int checkFinite(Session& session, DPoint const& point) {
 
 namespace {
 
-std::string counted(std::size_t n, char const* noun) {
-    return std::to_string(n) + " " + noun + (n == 1 ? "" : "s");
+std::string counted(std::size_t n, char const* one, char const* many) {
+    return std::to_string(n) + " " + (n == 1 ? one : many);
 }
 
 int checkPath(Session& session, int index) {
     if (index < 0 || static_cast<std::size_t>(index) >= session.paths.size()) {
         return session.fail("path " + std::to_string(index) + " is out of range: the drawing has " +
-                            counted(session.paths.size(), "path"));
+                            counted(session.paths.size(), "path", "paths"));
     }
     return kExitOk;
 }
@@ -66,7 +66,7 @@ int resolveVertex(Session& session, Target const& target, VertexTarget& out) {
         if (path.getTriple(*target.vertex, triple) != SimplePath::Success) {
             return session.fail("vertex " + std::to_string(*target.vertex) + " is out of range: path " +
                                 std::to_string(out.path) + " has " +
-                                counted(static_cast<std::size_t>(path.numTriples()), "vertex"));
+                                counted(static_cast<std::size_t>(path.numTriples()), "vertex", "vertices"));
         }
         out.index = *target.vertex;
         out.anchor = triple.anchor;
@@ -104,7 +104,7 @@ int resolvePosition(Session& session, Target const& target, PositionTarget& out)
         if (target.position->segment < 0 || target.position->segment >= segments) {
             return session.fail("segment " + std::to_string(target.position->segment) +
                                 " is out of range: path " + std::to_string(out.path) + " has " +
-                                counted(static_cast<std::size_t>(segments), "segment"));
+                                counted(static_cast<std::size_t>(segments), "segment", "segments"));
         }
         out.position.setValues(target.position->segment, target.position->t);
         return kExitOk;
