@@ -132,9 +132,6 @@ TEST_F(ToolProcess, EveryErrorIsOneLineWithANonZeroExit) {
          1,
          unreadable +
              "/text.spath: not a readable .spath stream: path 0 of 807415885 is cut short or damaged\n"},
-        {{sample("icon.svg"), "drag", "--near", "1", "2", "--to", "3", "4"},
-         2,
-         "simplepath: drag: not yet available\n"},
     };
     for (Case const& c : cases) {
         Outcome const r = run(c.args);

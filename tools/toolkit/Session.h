@@ -16,8 +16,7 @@ namespace sptool {
 
 // Exit codes of the tool.
 constexpr int kExitOk = 0;
-constexpr int kExitError = 1;        // bad input, bad usage, an output that could not be written
-constexpr int kExitNotAvailable = 2; // a command the tool cannot carry out yet
+constexpr int kExitError = 1; // bad input, bad usage, an output that could not be written
 
 // What one call of the tool works on: its options, the drawing read from the input, and its streams.
 class Session {
@@ -40,8 +39,6 @@ class Session {
 
     // Prints "simplepath: error: <message>" as one line and returns kExitError.
     int fail(std::string const& message);
-    // Prints "simplepath: <command>: not yet available" and returns kExitNotAvailable.
-    int notYetAvailable(std::string const& command);
     // Writes a finished output to `path` (falling back to the global -o), replacing the file whole, or to
     // standard output when neither is given or the path is "-". Returns an exit code.
     int emit(std::string const& path, std::string const& text);
