@@ -64,8 +64,7 @@ SimplePath& pathOf(Session& session, std::size_t index) {
 
 int runInsert(Session& session, InsertStep const& step) {
     PositionTarget target;
-    int const code = resolvePosition(session, step.at, target);
-    if (code != kExitOk) {
+    if (int const code = resolvePosition(session, step.at, target); code != kExitOk) {
         return code;
     }
     SimplePathChangeInstruction change;
@@ -78,8 +77,7 @@ int runInsert(Session& session, InsertStep const& step) {
 
 int runDelete(Session& session, DeleteStep const& step) {
     VertexTarget target;
-    int const code = resolveVertex(session, step.vertex, target);
-    if (code != kExitOk) {
+    if (int const code = resolveVertex(session, step.vertex, target); code != kExitOk) {
         return code;
     }
     SimplePathChangeInstruction change;
@@ -98,8 +96,7 @@ int runDelete(Session& session, DeleteStep const& step) {
 
 int runMode(Session& session, ModeStep const& step) {
     VertexTarget target;
-    int const code = resolveVertex(session, step.vertex, target);
-    if (code != kExitOk) {
+    if (int const code = resolveVertex(session, step.vertex, target); code != kExitOk) {
         return code;
     }
     SimplePathChangeInstruction change;
@@ -125,8 +122,7 @@ int runMode(Session& session, ModeStep const& step) {
 
 int runSplit(Session& session, SplitStep const& step) {
     VertexTarget target;
-    int const code = resolveVertex(session, step.vertex, target);
-    if (code != kExitOk) {
+    if (int const code = resolveVertex(session, step.vertex, target); code != kExitOk) {
         return code;
     }
     // An open path falls apart into two new paths; a closed one is opened in place.
@@ -195,10 +191,7 @@ int findEnd(Session& session, DPoint const& point, double tolerance, EndTarget& 
         }
     }
     if (best == std::numeric_limits<double>::infinity()) {
-        std::string within;
-        appendNumber(within, tolerance, session.numberFormat());
-        return session.fail("join: no end of an open path within " + within + " of " +
-                            describePoint(session, point));
+        return nothingWithin(session, "end of an open path", tolerance, point);
     }
     return kExitOk;
 }

@@ -118,8 +118,7 @@ int runInfo(Session& session, InfoStep const&) {
 int runNearest(Session& session, NearestStep const& step) {
     Report const report{session};
     std::vector<std::size_t> paths;
-    int code = pathsToSearch(session, step.path, paths);
-    if (code != kExitOk || (code = checkFinite(session, step.point)) != kExitOk) {
+    if (int const code = pathsNear(session, step.path, step.point, paths); code != kExitOk) {
         return code;
     }
     // Paths are searched last first; a later path takes the answer only when strictly nearer, so the
@@ -197,8 +196,7 @@ int runIntersect(Session& session, IntersectStep const& step) {
 int runPick(Session& session, PickStep const& step) {
     Report const report{session};
     std::vector<std::size_t> paths;
-    int code = pathsToSearch(session, step.path, paths);
-    if (code != kExitOk || (code = checkFinite(session, step.point)) != kExitOk) {
+    if (int const code = pathsNear(session, step.path, step.point, paths); code != kExitOk) {
         return code;
     }
     // A vertex (anchor or handle) under the point wins over the curve, on the topmost path that has one.

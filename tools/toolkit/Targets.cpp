@@ -54,10 +54,20 @@ int pathsToSearch(Session& session, std::optional<int> path, std::vector<std::si
     return kExitOk;
 }
 
+int pathsNear(Session& session, std::optional<int> path, DPoint const& point, std::vector<std::size_t>& out) {
+    int const code = pathsToSearch(session, path, out);
+    return code != kExitOk ? code : checkFinite(session, point);
+}
+
+int nothingWithin(Session& session, std::string const& what, double tolerance, DPoint const& point) {
+    std::string within;
+    appendNumber(within, tolerance, session.numberFormat());
+    return session.fail("no " + what + " within " + within + " of " + describePoint(session, point));
+}
+
 int resolveVertex(Session& session, Target const& target, VertexTarget& out) {
     if (target.vertex) {
-        int code = checkPath(session, target.path.value_or(0));
-        if (code != kExitOk) {
+        if (int const code = checkPath(session, target.path.value_or(0)); code != kExitOk) {
             return code;
         }
         out.path = static_cast<std::size_t>(target.path.value_or(0));
@@ -73,8 +83,7 @@ int resolveVertex(Session& session, Target const& target, VertexTarget& out) {
         return kExitOk;
     }
     std::vector<std::size_t> paths;
-    int code = pathsToSearch(session, target.path, paths);
-    if (code != kExitOk || (code = checkFinite(session, *target.near)) != kExitOk) {
+    if (int const code = pathsNear(session, target.path, *target.near, paths); code != kExitOk) {
         return code;
     }
     for (std::size_t p : paths) {
@@ -88,15 +97,12 @@ int resolveVertex(Session& session, Target const& target, VertexTarget& out) {
             return kExitOk;
         }
     }
-    std::string within;
-    appendNumber(within, target.tolerance, session.numberFormat());
-    return session.fail("no vertex within " + within + " of " + describePoint(session, *target.near));
+    return nothingWithin(session, "vertex", target.tolerance, *target.near);
 }
 
 int resolvePosition(Session& session, Target const& target, PositionTarget& out) {
     if (target.position) {
-        int code = checkPath(session, target.path.value_or(0));
-        if (code != kExitOk) {
+        if (int const code = checkPath(session, target.path.value_or(0)); code != kExitOk) {
             return code;
         }
         out.path = static_cast<std::size_t>(target.path.value_or(0));
@@ -110,8 +116,7 @@ int resolvePosition(Session& session, Target const& target, PositionTarget& out)
         return kExitOk;
     }
     std::vector<std::size_t> paths;
-    int code = pathsToSearch(session, target.path, paths);
-    if (code != kExitOk || (code = checkFinite(session, *target.near)) != kExitOk) {
+    if (int const code = pathsNear(session, target.path, *target.near, paths); code != kExitOk) {
         return code;
     }
     for (std::size_t p : paths) {
@@ -126,9 +131,7 @@ int resolvePosition(Session& session, Target const& target, PositionTarget& out)
             return kExitOk;
         }
     }
-    std::string within;
-    appendNumber(within, target.tolerance, session.numberFormat());
-    return session.fail("no curve within " + within + " of " + describePoint(session, *target.near));
+    return nothingWithin(session, "curve", target.tolerance, *target.near);
 }
 
 } // namespace sptool

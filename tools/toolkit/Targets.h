@@ -17,6 +17,11 @@ int segmentCount(SimplePath const& path);
 // out of range), else every path, last first, so that what is drawn on top is found first.
 int pathsToSearch(Session& session, std::optional<int> path, std::vector<std::size_t>& out);
 
+// As pathsToSearch, for a search around `point`, which must be finite.
+int pathsNear(Session& session, std::optional<int> path, DPoint const& point, std::vector<std::size_t>& out);
+// Fails with "no <what> within <tolerance> of (x, y)".
+int nothingWithin(Session& session, std::string const& what, double tolerance, DPoint const& point);
+
 // A vertex an edit acts on: its path, its index there and its anchor.
 struct VertexTarget {
     std::size_t path = 0;
