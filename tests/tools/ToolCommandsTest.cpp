@@ -47,6 +47,11 @@ TEST_F(ToolProcess, InfoReportsEachPathsShape) {
     EXPECT_EQ(arch["bounds"], json({20, 0, 30, 7.5}));
     EXPECT_EQ(arch["top"], json({25, 7.5}));
 
+    // An open outline that returns to its start stays open.
+    json const back = report("M0 0L10 0L0 0", {"info"});
+    EXPECT_EQ(back["paths"][0]["closed"], false);
+    EXPECT_EQ(back["paths"][0]["vertices"], 3);
+
     Outcome const text = run({"--d", "M0 0L3 4", "info"});
     EXPECT_EQ(text.out, "path 0: 2 vertices, open\n  modes: 2 smooth\n  bounds: 0 0 to 3 4\n"
                         "  top: 3 4, bottom: 0 0\n  length: 5\n");

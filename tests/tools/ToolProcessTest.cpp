@@ -91,7 +91,8 @@ TEST_F(ToolProcess, ReadsPathDataFromFilesAndStandardInput) {
 TEST_F(ToolProcess, EveryErrorIsOneLineWithANonZeroExit) {
     fs::path const bad = scratch() / "bad.svg";
     ASSERT_EQ(writeFileAtomically(bad.string(), "<svg><path id='a' d='M0 0 L 5'/></svg>"), "");
-    // A stream of two paths cut inside the second, one with a stray byte after its paths, and a file of text.
+    // A stream of two paths cut inside the second, one with a stray byte after its paths, one whose last
+    // coordinate is not a number, and a file of text.
     fs::path const spath = scratch() / "two.spath";
     ASSERT_EQ(run({"--d", "M0 0L1 1M2 2L3 3", "--format", "spath", "-o", spath.string()}).code, 0);
     std::string error;
@@ -99,9 +100,12 @@ TEST_F(ToolProcess, EveryErrorIsOneLineWithANonZeroExit) {
     fs::path const cut = scratch() / "cut.spath";
     fs::path const longer = scratch() / "longer.spath";
     fs::path const text = scratch() / "text.spath";
+    fs::path const nan = scratch() / "nan.spath";
+    std::string const nanBytes("\0\0\0\0\0\0\xf8\x7f", 8); // a quiet NaN, little-endian
     ASSERT_EQ(writeFileAtomically(cut.string(), bytes.substr(0, bytes.size() - 3)), "");
     ASSERT_EQ(writeFileAtomically(longer.string(), bytes + "x"), "");
     ASSERT_EQ(writeFileAtomically(text.string(), "M0 0"), "");
+    ASSERT_EQ(writeFileAtomically(nan.string(), bytes.substr(0, bytes.size() - 8) + nanBytes), "");
     std::string const unreadable = "simplepath: error: " + scratch().string();
     struct Case {
         std::vector<std::string> args;
@@ -132,6 +136,10 @@ TEST_F(ToolProcess, EveryErrorIsOneLineWithANonZeroExit) {
          1,
          unreadable +
              "/text.spath: not a readable .spath stream: path 0 of 807415885 is cut short or damaged\n"},
+        {{nan.string()},
+         1,
+         unreadable + "/nan.spath: not a readable .spath stream: path 1 has a coordinate that is not a "
+                      "finite number\n"},
     };
     for (Case const& c : cases) {
         Outcome const r = run(c.args);
