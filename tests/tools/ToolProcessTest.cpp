@@ -3,71 +3,17 @@
 #include "toolkit/PathDataParser.h"
 #include "toolkit/SvgDocument.h"
 #include "tools/ChainSampling.h"
+#include "tools/RunTool.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include <cstdio>
-#include <cstdlib>
-#include <filesystem>
 #include <sstream>
 
-#include <sys/wait.h>
-
 using namespace sptool;
-using sptool::testing::sampledDistance;
-namespace fs = std::filesystem;
+using namespace sptool::testing;
 
 namespace {
-
-struct Outcome {
-    int code = -1;
-    std::string out;
-    std::string err;
-};
-
-std::string quoted(std::string const& arg) {
-    std::string q = "'";
-    for (char c : arg) {
-        q += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    }
-    return q + "'";
-}
-
-fs::path scratch() {
-    fs::path const dir = fs::temp_directory_path() / ("simplepath-tool-test-" + std::to_string(::getpid()));
-    fs::create_directories(dir);
-    return dir;
-}
-
-// Runs the tool with the arguments through the shell, capturing both streams.
-Outcome run(std::vector<std::string> const& args, std::string const& input = "") {
-    fs::path const dir = scratch();
-    std::string command = quoted(SIMPLEPATH_TOOL_PATH);
-    for (std::string const& a : args) {
-        command += " " + quoted(a);
-    }
-    std::string const in = (dir / "stdin").string();
-    std::string const out = (dir / "stdout").string();
-    std::string const err = (dir / "stderr").string();
-    {
-        FILE* f = std::fopen(in.c_str(), "wb");
-        std::fwrite(input.data(), 1, input.size(), f);
-        std::fclose(f);
-    }
-    int const status =
-        std::system((command + " <" + quoted(in) + " >" + quoted(out) + " 2>" + quoted(err)).c_str());
-    Outcome r;
-    r.code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    std::string ignored;
-    r.out = readWholeFile(out, ignored);
-    r.err = readWholeFile(err, ignored);
-    return r;
-}
-
-std::string sample(char const* name) {
-    return std::string(SIMPLEPATH_SAMPLE_DATA) + "/" + name;
-}
 
 std::vector<CubicChain> chainsOfLines(std::string const& text) {
     std::vector<CubicChain> chains;
@@ -89,15 +35,6 @@ std::vector<CubicChain> chainsOfFile(std::string const& path) {
 
 char const* const kSamples[] = {"icon.svg", "open-paths.svg", "exported-logo.svg", "exported-drawing.svg",
                                 "minified-icons.svg"};
-
-// Removes the scratch folder that the runs of each test leave behind.
-class ToolProcess : public ::testing::Test {
-protected:
-    void TearDown() override {
-        std::error_code ignored;
-        fs::remove_all(scratch(), ignored);
-    }
-};
 
 } // namespace
 
@@ -154,6 +91,22 @@ TEST_F(ToolProcess, ReadsPathDataFromFilesAndStandardInput) {
 TEST_F(ToolProcess, EveryErrorIsOneLineWithANonZeroExit) {
     fs::path const bad = scratch() / "bad.svg";
     ASSERT_EQ(writeFileAtomically(bad.string(), "<svg><path id='a' d='M0 0 L 5'/></svg>"), "");
+    // A stream of two paths cut inside the second, one with a stray byte after its paths, one whose last
+    // coordinate is not a number, and a file of text.
+    fs::path const spath = scratch() / "two.spath";
+    ASSERT_EQ(run({"--d", "M0 0L1 1M2 2L3 3", "--format", "spath", "-o", spath.string()}).code, 0);
+    std::string error;
+    std::string const bytes = readWholeFile(spath.string(), error);
+    fs::path const cut = scratch() / "cut.spath";
+    fs::path const longer = scratch() / "longer.spath";
+    fs::path const text = scratch() / "text.spath";
+    fs::path const nan = scratch() / "nan.spath";
+    std::string const nanBytes("\0\0\0\0\0\0\xf8\x7f", 8); // a quiet NaN, little-endian
+    ASSERT_EQ(writeFileAtomically(cut.string(), bytes.substr(0, bytes.size() - 3)), "");
+    ASSERT_EQ(writeFileAtomically(longer.string(), bytes + "x"), "");
+    ASSERT_EQ(writeFileAtomically(text.string(), "M0 0"), "");
+    ASSERT_EQ(writeFileAtomically(nan.string(), bytes.substr(0, bytes.size() - 8) + nanBytes), "");
+    std::string const unreadable = "simplepath: error: " + scratch().string();
     struct Case {
         std::vector<std::string> args;
         int code;
@@ -173,10 +126,20 @@ TEST_F(ToolProcess, EveryErrorIsOneLineWithANonZeroExit) {
          1,
          "simplepath: error: unknown command 'frobnicate' (run simplepath --help for the list)\n"},
         {{sample("icon.svg"), "delete", "--vertex"}, 1, ""},
-        {{sample("icon.svg"), "info"}, 2, "simplepath: info: not yet available\n"},
-        {{sample("icon.svg"), "drag", "--near", "1", "2", "--to", "3", "4"},
-         2,
-         "simplepath: drag: not yet available\n"},
+        {{cut.string()},
+         1,
+         unreadable + "/cut.spath: not a readable .spath stream: path 1 of 2 is cut short or damaged\n"},
+        {{longer.string()},
+         1,
+         unreadable + "/longer.spath: not a readable .spath stream: unexpected bytes after path 1\n"},
+        {{text.string()},
+         1,
+         unreadable +
+             "/text.spath: not a readable .spath stream: path 0 of 807415885 is cut short or damaged\n"},
+        {{nan.string()},
+         1,
+         unreadable + "/nan.spath: not a readable .spath stream: path 1 has a coordinate that is not a "
+                      "finite number\n"},
     };
     for (Case const& c : cases) {
         Outcome const r = run(c.args);
@@ -207,4 +170,39 @@ TEST_F(ToolProcess, AFailedCallLeavesTheOutputFileUntouched) {
     Outcome const written = run({"--d", "M0 0 L1 1", "-o", out.string()});
     EXPECT_EQ(written.code, 0);
     EXPECT_EQ(readWholeFile(out.string(), error), "M0 0L1 1\n");
+}
+
+TEST_F(ToolProcess, SpathStreamsReadBackToTheSameBytesAndCurves) {
+    fs::path const first = scratch() / "first.spath";
+    fs::path const second = scratch() / "second.spath";
+    std::string error;
+    for (char const* name : kSamples) {
+        ASSERT_EQ(run({sample(name), "--format", "spath", "-o", first.string()}).code, 0) << name;
+        Outcome const again = run({first.string(), "convert", "--format", "spath", "-o", second.string()});
+        ASSERT_EQ(again.code, 0) << name << ": " << again.err;
+        std::string const bytes = readWholeFile(first.string(), error);
+        EXPECT_EQ(bytes, readWholeFile(second.string(), error)) << name;
+        EXPECT_EQ(run({first.string()}).out, run({sample(name)}).out) << name;
+    }
+}
+
+TEST_F(ToolProcess, RenderDrawsEveryVertexWithTheShapeOfItsMode) {
+    // The middle vertex continues its curve (smooth); the kink at (20 0) is a cusp.
+    Outcome const r = run({"--d", "M0 0C0 5 10 5 10 0S20 -5 20 0C25 0 30 5 30 10", "render"});
+    ASSERT_EQ(r.code, 0) << r.err;
+    auto count = [&](std::string const& what) {
+        std::size_t n = 0;
+        for (std::size_t at = r.out.find(what); at != std::string::npos; at = r.out.find(what, at + 1)) {
+            ++n;
+        }
+        return n;
+    };
+    EXPECT_EQ(count("class=\"smooth\""), 3u); // the ends' retracted handles count as aligned
+    EXPECT_EQ(count("class=\"cusp\""), 1u);
+    EXPECT_EQ(count("<line "), 6u); // the handles that stand off their anchors
+    SvgReadResult const drawing = readSvgDocument(r.out);
+    ASSERT_TRUE(drawing.ok()) << drawing.error;
+    EXPECT_EQ(sampledDistance(drawing.document.chains.front(),
+                              parsePathData("M0 0C0 5 10 5 10 0S20 -5 20 0C25 0 30 5 30 10").chains.front()),
+              0.0);
 }
