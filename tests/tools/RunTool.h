@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
@@ -45,14 +44,9 @@ inline Outcome run(std::vector<std::string> const& args, std::string const& inpu
     for (std::string const& a : args) {
         command += " " + quoted(a);
     }
-    std::string const in = (dir / "stdin").string();
-    std::string const out = (dir / "stdout").string();
-    std::string const err = (dir / "stderr").string();
-    {
-        FILE* f = std::fopen(in.c_str(), "wb");
-        std::fwrite(input.data(), 1, input.size(), f);
-        std::fclose(f);
-    }
+    std::string const in = (dir / "stdin").string(), out = (dir / "stdout").string(),
+                      err = (dir / "stderr").string();
+    EXPECT_EQ(writeFileAtomically(in, input), "");
     int const status =
         std::system((command + " <" + quoted(in) + " >" + quoted(out) + " 2>" + quoted(err)).c_str());
     Outcome r;
