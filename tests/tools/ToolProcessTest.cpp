@@ -1,29 +1,18 @@
 // Runs the built simplepath program as a process on the sample drawings, as a user would.
 #include "toolkit/CommandLine.h"
 #include "toolkit/PathDataParser.h"
+#include "toolkit/PathDataWriter.h"
 #include "toolkit/SvgDocument.h"
-#include "tools/ChainSampling.h"
 #include "tools/RunTool.h"
 
 #include <nlohmann/json.hpp>
 
-#include <sstream>
+#include <sys/stat.h>
 
 using namespace sptool;
 using namespace sptool::testing;
 
 namespace {
-
-std::vector<CubicChain> chainsOfLines(std::string const& text) {
-    std::vector<CubicChain> chains;
-    std::istringstream lines(text);
-    for (std::string line; std::getline(lines, line);) {
-        PathDataResult parsed = parsePathData(line);
-        EXPECT_TRUE(parsed.ok()) << line;
-        chains.insert(chains.end(), parsed.chains.begin(), parsed.chains.end());
-    }
-    return chains;
-}
 
 SvgDocument documentOfFile(std::string const& path) {
     std::string error;
@@ -34,36 +23,40 @@ SvgDocument documentOfFile(std::string const& path) {
 
 } // namespace
 
-TEST_F(ToolProcess, SamplesConvertToPathDataAndSpathStreamsThatDrawTheSameCurves) {
-    fs::path const first = scratch() / "first.spath";
-    fs::path const second = scratch() / "second.spath";
+TEST_F(ToolProcess, SamplesConvertToPathDataSvgAndSpathThatDrawTheSameCurves) {
+    std::string const svg = (scratch() / "out.svg").string(), first = (scratch() / "first.spath").string(),
+                      second = (scratch() / "second.spath").string();
     std::string error;
     for (char const* name :
          {"icon.svg", "open-paths.svg", "exported-logo.svg", "exported-drawing.svg", "minified-icons.svg"}) {
+        SvgDocument const in = documentOfFile(sample(name));
+        EXPECT_FALSE(in.chains.empty()) << name;
+        // The lines of path data read back to the very curves of the drawing.
         Outcome const r = run({sample(name)});
         ASSERT_EQ(r.code, 0) << name << ": " << r.err;
         EXPECT_EQ(r.err, "");
-        std::vector<CubicChain> const expected = documentOfFile(sample(name)).chains;
-        EXPECT_FALSE(expected.empty()) << name;
-        EXPECT_EQ(sampledDistance(chainsOfLines(r.out), expected), 0.0) << name;
+        EXPECT_EQ(writePathData(parsePathData(r.out).chains), writePathData(in.chains)) << name;
+        // So does an SVG, in the input's frame.
+        ASSERT_EQ(run({sample(name), "convert", "--format", "svg", "-o", svg}).out, "") << name;
+        SvgDocument const back = documentOfFile(svg);
+        EXPECT_EQ(writePathData(back.chains), writePathData(in.chains)) << name;
+        EXPECT_EQ(back.frame.viewBox, in.frame.viewBox) << name;
+        EXPECT_EQ(back.frame.width + back.frame.height, in.frame.width + in.frame.height) << name;
         // A .spath stream reads back to the same curves and writes again to the same bytes.
-        ASSERT_EQ(run({sample(name), "--format", "spath", "-o", first.string()}).code, 0) << name;
-        Outcome const again = run({first.string(), "convert", "--format", "spath", "-o", second.string()});
+        ASSERT_EQ(run({sample(name), "--format", "spath", "-o", first}).code, 0) << name;
+        Outcome const again = run({first, "convert", "--format", "spath", "-o", second});
         ASSERT_EQ(again.code, 0) << name << ": " << again.err;
-        EXPECT_EQ(readWholeFile(first.string(), error), readWholeFile(second.string(), error)) << name;
-        EXPECT_EQ(run({first.string()}).out, r.out) << name;
+        EXPECT_EQ(readWholeFile(first, error), readWholeFile(second, error)) << name;
+        EXPECT_EQ(run({first}).out, r.out) << name;
     }
 }
 
 TEST_F(ToolProcess, WritesSvgAndJsonAndReadsFilesAndStandardInput) {
-    fs::path const out = scratch() / "converted.svg";
-    Outcome const r = run({sample("exported-drawing.svg"), "convert", "--format", "svg", "-o", out.string()});
-    ASSERT_EQ(r.code, 0) << r.err;
-    EXPECT_EQ(r.out, "");
-    SvgDocument const back = documentOfFile(out.string());
-    EXPECT_EQ(back.frame.width, "210mm"); // in the input's frame
-    EXPECT_EQ(back.frame.viewBox, (std::array<double, 4>{0, 0, 210, 148}));
-    EXPECT_EQ(sampledDistance(back.chains, documentOfFile(sample("exported-drawing.svg")).chains), 0.0);
+    // Without a frame of its own the SVG gets one around the drawing.
+    SvgReadResult const framed = readSvgDocument(run({"--d", "M0 0L90 50", "--format", "svg"}).out);
+    ASSERT_TRUE(framed.document.frame.hasViewBox) << framed.error;
+    auto const& box = framed.document.frame.viewBox;
+    EXPECT_TRUE(box[0] < 0 && box[1] < 0 && box[0] + box[2] > 90 && box[1] + box[3] > 50);
 
     Outcome const json = run({"--d", "M0 0L10 0Q20 0 20 10Z m5 5h1", "--json", "--decimals", "2"});
     nlohmann::json const report = nlohmann::json::parse(json.out, nullptr, false);
@@ -92,18 +85,20 @@ TEST_F(ToolProcess, WritesSvgAndJsonAndReadsFilesAndStandardInput) {
 }
 
 TEST_F(ToolProcess, EveryErrorIsOneLineWithExitCodeOne) {
-    std::string const dir = scratch().string();
-    ASSERT_EQ(writeFileAtomically(dir + "/bad.svg", "<svg><path id='a' d='M0 0 L 5'/></svg>"), "");
+    auto file = [](std::string const& name, std::string const& bytes) {
+        std::string const path = (scratch() / name).string();
+        EXPECT_EQ(writeFileAtomically(path, bytes), "");
+        return path;
+    };
+    std::string const bad = file("bad.svg", "<svg><path id='a' d='M0 0 L 5'/></svg>");
     // A stream of two paths cut inside the second, one with a stray byte after its paths, one whose last
-    // coordinate is not a number, and a file of text.
-    ASSERT_EQ(run({"--d", "M0 0L1 1M2 2L3 3", "--format", "spath", "-o", dir + "/two.spath"}).code, 0);
-    std::string error;
-    std::string const bytes = readWholeFile(dir + "/two.spath", error);
-    std::string const nan("\0\0\0\0\0\0\xf8\x7f", 8); // a quiet NaN, little-endian
-    ASSERT_EQ(writeFileAtomically(dir + "/cut.spath", bytes.substr(0, bytes.size() - 3)), "");
-    ASSERT_EQ(writeFileAtomically(dir + "/longer.spath", bytes + "x"), "");
-    ASSERT_EQ(writeFileAtomically(dir + "/nan.spath", bytes.substr(0, bytes.size() - 8) + nan), "");
-    ASSERT_EQ(writeFileAtomically(dir + "/text.spath", "M0 0"), "");
+    // coordinate is a quiet NaN (little-endian), and a file of text.
+    std::string const two = run({"--d", "M0 0L1 1M2 2L3 3", "--format", "spath"}).out;
+    std::string const cut = file("cut.spath", two.substr(0, two.size() - 3)),
+                      longer = file("longer.spath", two + "x"),
+                      nan = file("nan.spath",
+                                 two.substr(0, two.size() - 8) + std::string("\0\0\0\0\0\0\xf8\x7f", 8)),
+                      text = file("text.spath", "M0 0");
     std::string const notSpath = ": not a readable .spath stream: ";
     char const* const in = "in.svg";
     char const* const shapes = "M0 0L10 0L10 10Z M20 0C20 10 30 10 30 0"; // a triangle and an open curve
@@ -112,16 +107,14 @@ TEST_F(ToolProcess, EveryErrorIsOneLineWithExitCodeOne) {
         std::string err;
     } const cases[] = {
         {{"--d", "M0 0 L1 x"}, "--d: path data at offset 8: expected a number, found 'x'"},
-        {{dir + "/bad.svg"},
-         dir + "/bad.svg: <path id=\"a\"> at byte 5: d at offset 8: expected a number, found the end of the "
+        {{bad},
+         bad + ": <path id=\"a\"> at byte 5: d at offset 8: expected a number, found the end of the "
                "data"},
         {{"/nonexistent/drawing.svg"}, "cannot read '/nonexistent/drawing.svg': No such file or directory"},
-        {{dir + "/cut.spath"}, dir + "/cut.spath" + notSpath + "path 1 of 2 is cut short or damaged"},
-        {{dir + "/longer.spath"}, dir + "/longer.spath" + notSpath + "unexpected bytes after path 1"},
-        {{dir + "/nan.spath"},
-         dir + "/nan.spath" + notSpath + "path 1 has a coordinate that is not a finite number"},
-        {{dir + "/text.spath"},
-         dir + "/text.spath" + notSpath + "path 0 of 807415885 is cut short or damaged"},
+        {{cut}, cut + notSpath + "path 1 of 2 is cut short or damaged"},
+        {{longer}, longer + notSpath + "unexpected bytes after path 1"},
+        {{nan}, nan + notSpath + "path 1 has a coordinate that is not a finite number"},
+        {{text}, text + notSpath + "path 0 of 807415885 is cut short or damaged"},
         // Mistakes on the command line, found before any input is read.
         {{in, "frobnicate"}, "unknown command 'frobnicate' (run simplepath --help for the list)"},
         {{"nearest", "1", "2"}, "no input: give an SVG, .spath or path data file, or --d DATA"},
@@ -158,17 +151,38 @@ TEST_F(ToolProcess, EveryErrorIsOneLineWithExitCodeOne) {
     EXPECT_EQ(mode.err.find('\n'), mode.err.size() - 1) << mode.err;
 }
 
-TEST_F(ToolProcess, AFailedCallLeavesTheOutputFileUntouched) {
-    std::string const out = (scratch() / "kept.txt").string();
-    ASSERT_EQ(writeFileAtomically(out, "before"), "");
+TEST_F(ToolProcess, OutputFilesAreReplacedWholeOrNotAtAll) {
+    fs::path const folder = scratch() / "out";
+    fs::create_directories(folder);
+    std::string const out = (folder / "kept.txt").string();
+    std::string error;
+    // A failed call leaves the file as it was; a good one replaces all of it and leaves no temporary file
+    // behind. A new file gets the usual permissions, not the private ones of a temporary file.
+    EXPECT_EQ(run({"--d", "M0 0 L1 1 L2 2 L3 3", "-o", out}).code, 0);
     EXPECT_EQ(run({"--d", "M0 0 L", "-o", out}).code, 1);
     EXPECT_EQ(run({"--d", "M0 0 L1 1", "delete", "--vertex", "9", "-o", out}).code, 1);
-    std::string error;
-    EXPECT_EQ(readWholeFile(out, error), "before");
-    Outcome const unwritable =
-        run({"--d", "M0 0 L1 1", "-o", (scratch() / "no-such-folder" / "x.txt").string()});
-    EXPECT_EQ(unwritable.code, 1);
-    EXPECT_NE(unwritable.err.find("No such file or directory"), std::string::npos);
+    EXPECT_EQ(readWholeFile(out, error), "M0 0L1 1 2 2 3 3\n");
     EXPECT_EQ(run({"--d", "M0 0 L1 1", "-o", out}).code, 0);
     EXPECT_EQ(readWholeFile(out, error), "M0 0L1 1\n");
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 1);
+    mode_t const mask = ::umask(0);
+    ::umask(mask);
+    EXPECT_EQ(fs::status(out).permissions(), static_cast<fs::perms>(0666 & ~mask));
+
+    auto failure = [&](std::string const& target) { return run({"--d", "M0 0 L1 1", "-o", target}).err; };
+    EXPECT_EQ(failure(folder.string() + "/"),
+              "simplepath: error: cannot write '" + folder.string() + "/': not a file name\n");
+    EXPECT_EQ(failure((folder / "missing/x.svg").string()), "simplepath: error: cannot write '" +
+                                                                (folder / "missing/x.svg").string() +
+                                                                "': No such file or directory\n");
+    EXPECT_EQ(run({folder.string()}).err,
+              "simplepath: error: cannot read '" + folder.string() + "': Is a directory\n");
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 1);
+    // Without the right to write in the folder (which some users, such as root, have regardless).
+    fs::permissions(folder, fs::perms::owner_read | fs::perms::owner_exec);
+    if (::access(folder.c_str(), W_OK) != 0) {
+        EXPECT_EQ(failure(out), "simplepath: error: cannot write '" + out + "': Permission denied\n");
+        EXPECT_EQ(readWholeFile(out, error), "M0 0L1 1\n");
+    }
+    fs::permissions(folder, fs::perms::owner_all);
 }
