@@ -5,7 +5,6 @@
 
 #include <cmath>
 #include <cstring>
-#include <limits>
 #include <sstream>
 
 namespace {
@@ -13,12 +12,7 @@ namespace {
 TEST(BinaryStream, RoundTripIsBitExactAndLittleEndian) {
     std::stringstream bytes;
     BinarySerializer out(bytes);
-    double const values[] = {0.0,
-                             -0.0,
-                             1.0 / 3.0,
-                             1e-308,
-                             std::numeric_limits<double>::infinity(),
-                             std::numeric_limits<double>::quiet_NaN()};
+    double const values[] = {0.0, -0.0, 1.0 / 3.0, 1e-308, INFINITY, NAN};
     EXPECT_EQ(out.writeInt(-2), 0);
     for (double v : values) {
         EXPECT_EQ(out.writeCoordinate(v), 0);
