@@ -270,6 +270,8 @@ TEST(PBezierAccuracy, AxisCrossingsAreAllFoundOnce) {
     // Tangencies, which no sign change reveals: y = 3 (2t - 1)^2 has a double root at 1/2, reported once;
     // y = 3 (2t - 1)^2 - 3e has two crossings closing in on it, at 1/2 +- sqrt(e)/2.
     expectCrossings({{0, 3}, {1, -1}, {2, -1}, {3, 3}}, {0.5L}, 1e-12);
+    // 9 (t - 1/3)^2: the double root is not a double, so y there rounds to a hair off zero.
+    expectCrossings({{0, 1}, {1, -1}, {2, 0}, {3, 4}}, {1.0L / 3}, 1e-12);
     for (double e : {1e-2, 1e-4, 1e-6, 1e-8}) {
         expectCrossings({{0, 3 - 3 * e}, {1, -1 - 3 * e}, {2, -1 - 3 * e}, {3, 3 - 3 * e}},
                         {0.5L - 0.5L * std::sqrt(LD(e)), 0.5L + 0.5L * std::sqrt(LD(e))}, 1e-12);
