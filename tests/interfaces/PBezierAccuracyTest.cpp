@@ -33,13 +33,15 @@ std::string describe(PBezier const& b) {
     return out.str();
 }
 
+// The larger side of the control points' box.
 double size(PBezier const& b) {
-    double lo[2] = {b[0].x, b[0].y}, hi[2] = {b[0].x, b[0].y};
-    for (int i = 1; i < 4; ++i) {
-        lo[0] = std::min(lo[0], b[i].x), hi[0] = std::max(hi[0], b[i].x);
-        lo[1] = std::min(lo[1], b[i].y), hi[1] = std::max(hi[1], b[i].y);
+    double s = 0.0;
+    for (int i = 0; i < 4; ++i) {
+        for (int j = 0; j < i; ++j) {
+            s = std::max({s, std::fabs(b[i].x - b[j].x), std::fabs(b[i].y - b[j].y)});
+        }
     }
-    return std::max(hi[0] - lo[0], hi[1] - lo[1]);
+    return s;
 }
 
 // Random curves of size about 1000, one in ten of them far from the origin.
@@ -48,13 +50,10 @@ std::vector<PBezier> randomCurves(int count, unsigned seed) {
     std::uniform_real_distribution<double> u(-500.0, 500.0);
     std::vector<PBezier> out;
     for (int i = 0; i < count; ++i) {
-        PBezier b({u(rng), u(rng)}, {u(rng), u(rng)}, {u(rng), u(rng)}, {u(rng), u(rng)});
-        if (i % 10 == 7) { // far from the origin
-            for (int k = 0; k < 4; ++k) {
-                b[k] = b[k] + DVector(1e6, -3e6);
-            }
-        }
-        out.push_back(b);
+        DVector const off = i % 10 == 7 ? DVector(1e6, -3e6) : DVector();
+        out.push_back({DPoint{u(rng), u(rng)} + off, DPoint{u(rng), u(rng)} + off,
+                       DPoint{u(rng), u(rng)} + off,
+                       DPoint{u(rng), u(rng)} + off}); // braces: the draws in order
     }
     return out;
 }
