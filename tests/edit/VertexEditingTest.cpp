@@ -211,7 +211,7 @@ TEST(DragToPoint, PassesThroughTheTargetAndRebuildsThePath) {
     } const rows[] = {
         {0, 1, 0.4, {0.7, 2.1}, 3},
         {1, 1, 0.4, {0.7, 2.1}, 0},   // the closing segment, not dragged, keeps its shape
-        {1, 3, 0.5, {-1.5, 3.0}, 1},  // the closing segment
+        {1, 3, 0.5, {-1.5, 3.0}, 1},  // the closing segment, dragged
         {1, 0, 0.0, {-3.0, -7.0}, 2}, // the first anchor of a closed path
     };
     for (Row const& row : rows) {
@@ -249,8 +249,8 @@ TEST(VertexEditing, BadArgumentsFailAndChangeNothing) {
     PHashablePointer<SimplePath> firstPath(&first), none, p(&path), o(&other), c(&closed), s(&single);
     SimplePathVertexTriple const t0 = path.getTripleList()[0], t1 = path.getTripleList()[1];
     SimplePathVertex* foreign = other.getTripleList()[1].anchor;
-    SimplePathVertex *const end = path.getTripleList()[3].anchor, *const otherEnd =
-                                                                      other.getTripleList()[0].anchor;
+    SimplePathVertex* const end = path.getTripleList()[3].anchor;
+    SimplePathVertex* const otherEnd = other.getTripleList()[0].anchor;
     SimplePathVertex* const closedEnd = closed.getTripleList()[0].anchor;
     auto const vertices = verticesOf({&path, &other, &closed});
     SimplePathChangeInstruction change, inserting;
