@@ -70,13 +70,7 @@ std::list<SimplePathPosition> bruteForceCrossings(SimplePath const& path, DPoint
 
 // (0,0) -> (10,10) -> (20,0) -> (30,10), straight segments.
 SimplePath zigzag(int closedFlag) {
-    std::vector<support::TriplePoints> triples;
-    for (DPoint p : {DPoint(0, 0), DPoint(10, 10), DPoint(20, 0), DPoint(30, 10)}) {
-        triples.push_back({p, p, p});
-    }
-    SimplePath path;
-    support::buildPath(path, triples, closedFlag);
-    return path;
+    return support::polyline({{0, 0}, {10, 10}, {20, 0}, {30, 10}}, closedFlag);
 }
 
 } // namespace

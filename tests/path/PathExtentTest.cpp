@@ -92,6 +92,14 @@ TEST(Extent, IsTheCurvesNotTheHandlesAndPruningChangesNothing) {
     SimplePath const arch = pathOf({{{0, 0}, {0, 0}, {0, 100}}, {{100, 100}, {100, 0}, {100, 0}}}, 0);
     ASSERT_EQ(SimplePath::Success, arch.getMinMax(b.minX, b.minY, b.maxX, b.maxY));
     expectExtent({0, 0, 100, 75}, b, 1e-12); // the handles rise to 100
+    DPoint top, bottom;
+    ASSERT_EQ(SimplePath::Success, arch.getTopBottom(top, bottom));
+    EXPECT_NEAR(50.0, top.x, 1e-9);
+    EXPECT_NEAR(75.0, top.y, 1e-12);
+    SimplePath const zigzag = support::polyline({{0, 0}, {1, 5}, {2, 0}, {3, 5}, {4, 0}}, 0);
+    ASSERT_EQ(SimplePath::Success, zigzag.getTopBottom(top, bottom));
+    EXPECT_EQ(DPoint(1, 5), top); // the earliest segment wins ties
+    EXPECT_EQ(DPoint(0, 0), bottom);
     DPoint center(5, -3);
     std::unique_ptr<SimplePath> const circle(SimplePath::createCircleSP(center, 10));
     ASSERT_EQ(SimplePath::Success, circle->getMinMax(b.minX, b.minY, b.maxX, b.maxY));
@@ -116,7 +124,7 @@ TEST(Extent, IsTheCurvesNotTheHandlesAndPruningChangesNothing) {
             ASSERT_EQ(SimplePath::Success, path.pretransformGetMinMaxEx(*t, b.minX, b.minY, b.maxX, b.maxY));
             expectExtent(folded, b, 0.0);
         }
-        DPoint expectedTop(-kIntMax, -kIntMax), expectedBottom(kIntMax, kIntMax), top, bottom;
+        DPoint expectedTop(-kIntMax, -kIntMax), expectedBottom(kIntMax, kIntMax);
         for (int s = 0; s < support::segmentCount(path); ++s) {
             segmentOf(path, s).localTopBottom(top, bottom);
             expectedTop = top.y > expectedTop.y ? top : expectedTop;
@@ -126,24 +134,6 @@ TEST(Extent, IsTheCurvesNotTheHandlesAndPruningChangesNothing) {
         EXPECT_EQ(expectedTop, top);
         EXPECT_EQ(expectedBottom, bottom);
     }
-}
-
-TEST(Extent, TopAndBottomOfTheCurveEarliestSegmentWinningTies) {
-    // Peaks (1, 5) and (3, 5), troughs (0, 0), (2, 0) and (4, 0).
-    SimplePath const zigzag = pathOf({{{0, 0}, {0, 0}, {0, 0}},
-                                      {{1, 5}, {1, 5}, {1, 5}},
-                                      {{2, 0}, {2, 0}, {2, 0}},
-                                      {{3, 5}, {3, 5}, {3, 5}},
-                                      {{4, 0}, {4, 0}, {4, 0}}},
-                                     0);
-    DPoint top, bottom;
-    ASSERT_EQ(SimplePath::Success, zigzag.getTopBottom(top, bottom));
-    EXPECT_EQ(DPoint(1, 5), top);
-    EXPECT_EQ(DPoint(0, 0), bottom);
-    SimplePath const arch = pathOf({{{0, 0}, {0, 0}, {0, 100}}, {{100, 100}, {100, 0}, {100, 0}}}, 1);
-    ASSERT_EQ(SimplePath::Success, arch.getTopBottom(top, bottom));
-    EXPECT_NEAR(50.0, top.x, 1e-9); // inside the segment, below the handles
-    EXPECT_NEAR(75.0, top.y, 1e-12);
 }
 
 TEST(Length, SumsTheMappedSegmentsToTheKernelsAccuracy) {

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <list>
 #include <memory>
 #include <vector>
@@ -40,26 +39,9 @@ std::unique_ptr<SimplePathMemento> mementoOf(SimplePath const& path) {
 
 } // namespace
 
-TEST(PathMemento, RecordsVerticesLocationsModesAndClosedFlag) {
-    SimplePath path = makePath(3);
-    path.setStrictClosed(5);
-    auto const memento = mementoOf(path);
-    EXPECT_EQ(5, memento->getClosed());
-    auto const locations = locationsOf(path);
-    ASSERT_EQ(3u, memento->getTriples().size());
-    for (std::size_t i = 0; i < 3; ++i) {
-        SimplePathVertexTriple const t = path.getTripleList()[static_cast<int>(i)];
-        SimplePathLocationTriple const& l = locations[i];
-        EXPECT_EQ(MementoTriple(t.first, l.first, t.anchor, l.anchor, t.last, l.last, t.mode),
-                  memento->getTriples()[i]);
-    }
-    EXPECT_EQ(SimplePath::Failure, path.createMemento(nullptr));
-    EXPECT_EQ(SimplePath::Failure, path.undo(nullptr));
-    EXPECT_EQ(3, path.numTriples());
-}
-
 TEST(PathMemento, UndoRestoresTheVeryVerticesAfterMovesInsertsAndDeletes) {
     SimplePath path = makePath(5);
+    path.setStrictClosed(5);
     auto const before = triplesOf(path);
     auto const beforeLocations = locationsOf(path);
     auto const memento = mementoOf(path);
@@ -70,7 +52,7 @@ TEST(PathMemento, UndoRestoresTheVeryVerticesAfterMovesInsertsAndDeletes) {
     }
     ASSERT_EQ(SimplePath::Success, path.setLocationTripleList(moved));
     listOf(path).setTripleMode(listOf(path).iteratorAt(1), SimplePathVertexTriple::Symmetric);
-    path.setStrictClosed(1);
+    path.setStrictClosed(0);
     // Triple 2 leaves the path (its vertices stay alive: the memento names them), the start turns, and a
     // new triple goes in at the front.
     listOf(path).remove(listOf(path).iteratorAt(2));
@@ -82,7 +64,7 @@ TEST(PathMemento, UndoRestoresTheVeryVerticesAfterMovesInsertsAndDeletes) {
     ASSERT_EQ(SimplePath::Success, path.undo(memento.get()));
     EXPECT_EQ(before, triplesOf(path));
     EXPECT_EQ(beforeLocations, locationsOf(path));
-    EXPECT_EQ(0, path.isClosedSimplePath());
+    EXPECT_EQ(5, path.isClosedSimplePath());
     // The inserted triple left the path without being deleted; its maker still owns it.
     SimplePathPosition unused;
     EXPECT_EQ(SimplePath::Failure, path.getAnchorPosition(a, unused));
@@ -90,30 +72,10 @@ TEST(PathMemento, UndoRestoresTheVeryVerticesAfterMovesInsertsAndDeletes) {
     delete a;
     delete l;
 
+    EXPECT_EQ(SimplePath::Failure, path.createMemento(nullptr));
+    EXPECT_EQ(SimplePath::Failure, path.undo(nullptr));
     listOf(path).removeAll(); // a memento can be put back more than once, also onto an emptied path
     ASSERT_EQ(SimplePath::Success, path.undo(memento.get()));
     EXPECT_EQ(before, triplesOf(path));
     EXPECT_EQ(beforeLocations, locationsOf(path));
-}
-
-TEST(PathMemento, EveryFieldTakesPartInEqualityAndOrder) {
-    SimplePath path = makePath(2);
-    auto const memento = mementoOf(path);
-    MementoTriple const a = memento->getTriples()[0], b = memento->getTriples()[1];
-    std::vector<MementoTriple> variants(8, a);
-    variants[1].first = b.first;
-    variants[2].firstLocation.y += 1.0;
-    variants[3].anchor = b.anchor;
-    variants[4].anchorLocation.x -= 1.0;
-    variants[5].last = b.last;
-    variants[6].lastLocation.x += 1.0;
-    variants[7].mode = static_cast<Mode>(a.mode + 1);
-    EXPECT_FALSE(a < a || a > a || a != a);
-    for (std::size_t i = 1; i < variants.size(); ++i) {
-        EXPECT_NE(a, variants[i]) << i;
-        EXPECT_TRUE((a < variants[i]) != (variants[i] < a)) << i;
-        EXPECT_EQ(a<variants[i], variants[i]> a) << i;
-    }
-    std::sort(variants.begin(), variants.end());
-    EXPECT_EQ(variants.end(), std::adjacent_find(variants.begin(), variants.end())) << "all distinct";
 }

@@ -38,23 +38,22 @@ TEST(PickVertex, AnchorsBeforeHandlesLaterTriplesFirstStrictlyInside) {
     };
     auto const a = &SimplePathVertexTriple::anchor, f = &SimplePathVertexTriple::first,
                l = &SimplePathVertexTriple::last;
-    Case const cases[] = {
-        {Plain, {10, 1.9}, 2.5, 1, a}, // the handle is nearer, the anchor still wins
-        {Plain, {10, 3.0}, 2.0, 1, f},
-        {Plain, {5, 0}, 5.5, 1, a}, // two anchors in reach: the later triple
-        {Plain, {10, -3.5}, 1.6, 1, l},
-        {Plain, {15, 4}, 5.5, 2, f},   // four handles in reach: the later triple, incoming first
-        {Plain, {10, -4}, 2.0, -1, a}, // exactly at the tolerance is a miss
-        {Plain, {30, 0}, 5.0, -1, a},
-        {Plain, {std::nan(""), 0}, 5.0, -1, a},
-        // Bend takes (10, 0) to (10, 2), (10, 2) to (10.04, 4) and (20, 0) to (20, 8).
-        {Mapped, {20, 0}, 0.5, -1, a},
-        {Mapped, {10, 2}, 0.5, 1, a},
-        {Mapped, {10.04, 4}, 0.5, 1, f},
-        {Mapped, {10.04, 4}, 3.0, 1, a},
-        {MappedAnchor, {10.04, 4}, 0.5, -1, a},
-        {MappedAnchor, {0, 0.4}, 0.5, 0, a},
-    };
+    // Plain: the anchor wins over a nearer handle; of two anchors in reach the later triple; handles of the
+    // later triple, incoming first; exactly at the tolerance is a miss. Bend takes (10, 0) to (10, 2),
+    // (10, 2) to (10.04, 4) and (20, 0) to (20, 8).
+    Case const cases[] = {{Plain, {10, 1.9}, 2.5, 1, a},
+                          {Plain, {10, 3.0}, 2.0, 1, f},
+                          {Plain, {5, 0}, 5.5, 1, a},
+                          {Plain, {10, -3.5}, 1.6, 1, l},
+                          {Plain, {15, 4}, 5.5, 2, f},
+                          {Plain, {10, -4}, 2.0, -1, a},
+                          {Plain, {std::nan(""), 0}, 5.0, -1, a},
+                          {Mapped, {20, 0}, 0.5, -1, a},
+                          {Mapped, {10, 2}, 0.5, 1, a},
+                          {Mapped, {10.04, 4}, 0.5, 1, f},
+                          {Mapped, {10.04, 4}, 3.0, 1, a},
+                          {MappedAnchor, {10.04, 4}, 0.5, -1, a},
+                          {MappedAnchor, {0, 0.4}, 0.5, 0, a}};
     SimplePath const path = row(0);
     support::Bend const bend;
     for (Case const& c : cases) {
