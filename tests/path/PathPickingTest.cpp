@@ -72,7 +72,7 @@ TEST(PickVertex, AnchorsBeforeHandlesLaterTriplesFirstStrictlyInside) {
     EXPECT_EQ(SimplePath::Failure, SimplePath().pickVertex({0, 0}, 5.0, picked));
 }
 
-TEST(PickPosition, SegmentsBeforeAnchorsLastSegmentFirst) {
+TEST(PickPosition, SegmentsBeforeAnchorsLastSegmentFirstOnThePlainOrBentCurve) {
     SimplePath const open = row(0);
     SimplePathPosition position;
     // Near the anchor at (10, 0): the later segment, which starts there, answers first.
@@ -102,18 +102,17 @@ TEST(PickPosition, SegmentsBeforeAnchorsLastSegmentFirst) {
     ASSERT_EQ(SimplePath::Success, single.pickPosition({10.5, 0}, 1.0, position));
     EXPECT_EQ(positionOf(single, 0, 0.0), position);
     EXPECT_EQ(SimplePath::Failure, single.pickPosition({11, 0}, 1.0, position));
+    position = untouched;
     ASSERT_EQ(SimplePath::Success, single.pretransformPickPosition({10, 2}, 0.1, support::Bend(), position));
-}
+    EXPECT_EQ(positionOf(single, 0, 0.0), position);
 
-TEST(PickPosition, PretransformedOnTheBentCurve) {
-    SimplePath const path = row(0);
+    // On the bent curve the point is taken in the mapped space: found there, not on the plain curve.
     support::Bend const bend;
     DPoint mapped, plain;
-    ASSERT_EQ(SimplePath::Success, path.pretransformLocatePosition(bend, positionOf(path, 1, 0.6), mapped));
-    SimplePathPosition position;
-    ASSERT_EQ(SimplePath::Success, path.pretransformPickPosition(mapped, 0.01, bend, position));
+    open.pretransformLocatePosition(bend, positionOf(open, 1, 0.6), mapped);
+    ASSERT_EQ(SimplePath::Success, open.pretransformPickPosition(mapped, 0.01, bend, position));
     EXPECT_EQ(1, position.getIndex());
     EXPECT_NEAR(0.6, position.getParameter(), 1e-6);
-    path.locatePosition(positionOf(path, 1, 0.6), plain);
-    EXPECT_EQ(SimplePath::Failure, path.pretransformPickPosition(plain, 0.01, bend, position));
+    open.locatePosition(positionOf(open, 1, 0.6), plain);
+    EXPECT_EQ(SimplePath::Failure, open.pretransformPickPosition(plain, 0.01, bend, position));
 }
