@@ -20,9 +20,10 @@ test: deps $(BUILD)/CMakeCache.txt
 	cmake --build $(BUILD) -j $(JOBS)
 	ctest --test-dir $(BUILD) --output-on-failure -j $(JOBS)
 
+# Runs the command-line tool on the sample drawings and writes a before/after pair of drawings.
 demo: deps $(BUILD)/CMakeCache.txt
-	cmake --build $(BUILD) -j $(JOBS) --target simplepath_demo
-	./$(BUILD)/examples/simplepath_demo examples/data
+	cmake --build $(BUILD) -j $(JOBS) --target simplepath_tool
+	bash scripts/demo.sh $(BUILD)/tools/simplepath examples/data $(BUILD)/demo
 
 # Every test again under AddressSanitizer and UndefinedBehaviorSanitizer, with clang; any report fails.
 asan: deps

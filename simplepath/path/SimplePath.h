@@ -6,7 +6,9 @@
 #include "simplepath/foundation/PHashablePointer.h"
 #include "simplepath/interfaces/ArbTrans.h"
 #include "simplepath/interfaces/DPoint.h"
+#include "simplepath/interfaces/DVector.h"
 #include "simplepath/interfaces/IPoint.h"
+#include "simplepath/interfaces/P2DTrans.h"
 #include "simplepath/path/SimplePathLocationTriple.h"
 #include "simplepath/path/SimplePathPosition.h"
 #include "simplepath/path/SimplePathTripleList.h"
@@ -210,6 +212,77 @@ class SimplePath {
     // path untouched, only for a null memento or when memory is exhausted.
     Result undo(SimplePathMemento* memento);
 
+    // ---- Vertex editing ----
+    // Members that renumber vertices record what they did in `change`, so that positions and vertex
+    // pointers held elsewhere can follow; the others leave it untouched. Removed vertices are unlinked,
+    // not deleted: whoever holds the change instruction decides their fate.
+
+    // The triple an insertion at `position` would create, without touching the path: the de Casteljau
+    // halves of the segment (a straight segment, handles within 1e-7 of their anchors, gives three
+    // vertices at the curve point), mode Smooth. The new vertices belong to the caller. An unreadable
+    // segment or a parameter that is not a finite number leaves `out` untouched.
+    void createVertexTriple(SimplePathPosition const& position, SimplePathVertexTriple& out) const;
+    // Inserts a new Smooth vertex at `position`, reshaping the two neighbouring handles so that the drawn
+    // curve stays the same. The add-anchor transform is recorded first, and stays recorded even when the
+    // call then fails. At the last vertex of an open path (parameter exactly 0) the vertex is duplicated
+    // and the duplicate placed second to last.
+    Result addVertexAtPosition(SimplePathPosition const& position, SimplePathChangeInstruction& change);
+    // The same, inserting the caller's own triple (normally from createVertexTriple at the same position)
+    // as it is; the path takes ownership of its vertices, which stay the caller's should the call fail.
+    Result addVertexAtPositionEx(SimplePathPosition const& position, SimplePathVertexTriple const& triple,
+                                 SimplePathChangeInstruction& change);
+    // Removes the triple whose anchor is `anchor` (handles do not match). The last remaining vertex may be
+    // deleted. The neighbours' handles stay where they are.
+    Result deleteVertex(SimplePathVertex* const& anchor, SimplePathChangeInstruction& change);
+
+    // Mode setters accept any of a triple's three vertices; `change` is accepted for a uniform signature.
+    // Smooth: both handles turned onto one line through the anchor, each keeping its length.
+    Result setSmoothMode(SimplePathVertex*& vertex, SimplePathChangeInstruction& change);
+    // Symmetric: as Smooth, both handles taking the mean of their lengths.
+    Result setSymmetricMode(SimplePathVertex*& vertex, SimplePathChangeInstruction& change);
+    // Cusp: only the mode changes, unless both handles sit on the anchor; they are then pulled out.
+    Result setCuspMode(SimplePathVertex*& vertex, SimplePathChangeInstruction& change);
+    // Straight: both handles retracted onto the anchor, mode Cusp.
+    Result setStraightMode(SimplePathVertex*& vertex, SimplePathChangeInstruction& change);
+    // Moves the three vertices of the triple made of exactly `in`, `anchor` and `out` and sets its mode.
+    // `flag` is accepted from callers that pass one; it changes nothing.
+    Result changeTriple(SimplePathVertex* in, DPoint const& inLocation, SimplePathVertex* anchor,
+                        DPoint const& anchorLocation, SimplePathVertex* out, DPoint const& outLocation,
+                        SimplePathVertexTriple::VertexTripleMode mode, SimplePathChangeInstruction& change,
+                        int flag = 0);
+    // Reshapes the segment of `position` so that the curve passes through `target`. The whole path is
+    // rebuilt: every vertex object is replaced (old pointers dangle) and every mode is re-inferred from
+    // the handle directions.
+    Result dragToPoint(SimplePathPosition const& position, DPoint const& target);
+
+    // Maps every point through the transform. Smooth and Symmetric vertices keep their mode even if the
+    // transform bends their handles out of line; any other mode becomes Cusp.
+    Result transform(ArbTrans<DPoint> const& mapping);
+    // Maps every point p to centre + m * (p - centre); modes are kept.
+    Result transform(P2DTrans const& m, DPoint const& centre);
+    Result translate(DVector const& offset);
+    // Scales every point about the origin.
+    void scale(double xFactor, double yFactor);
+
+    // ---- Split and join ----
+    // Cuts the path at its anchor `vertex`. An open path falls apart: the triples up to the anchor go to
+    // `firstPath`, those from it on to `secondPath`, each piece ending in its own copy of the anchor
+    // (`anchorA` with handle `handleA` for the first, `anchorB` with `handleB` for the second, or fresh
+    // copies when `anchorA` is null); this path is left empty and `vertex` is reported removed. A closed
+    // path is opened at the anchor instead and starts and ends there; the pieces are not used and the
+    // given `anchorB` is ignored (it stays the caller's).
+    Result splitVertex(SimplePathVertex* const& vertex, SimplePathChangeInstruction& change,
+                       PHashablePointer<SimplePath>& firstPath, PHashablePointer<SimplePath>& secondPath,
+                       SimplePathVertex* anchorA = nullptr, SimplePathVertex* handleA = nullptr,
+                       SimplePathVertex* anchorB = nullptr, SimplePathVertex* handleB = nullptr);
+    // Builds into `result` one open path running through `path1` to its end anchor `vertex1`, then by a
+    // straight segment to `path2`'s end anchor `vertex2` and through `path2`; each input is reversed as
+    // needed and left empty. Anchors at exactly the same place are merged into one vertex. Both inputs
+    // must be open, distinct and different from `result`, and `path1` must have two triples or more.
+    static Result join(PHashablePointer<SimplePath>& path1, SimplePathVertex* const& vertex1,
+                       PHashablePointer<SimplePath>& path2, SimplePathVertex* const& vertex2,
+                       SimplePathChangeInstruction& change, PHashablePointer<SimplePath>& result);
+
   private:
     // Deep-copies `source` triple by triple onto the end of this path's list.
     void appendCopiesOf(SimplePathTripleList const& source);
@@ -222,6 +295,17 @@ class SimplePath {
     bool insertNewTriple(int index, DPoint const& first, DPoint const& anchor, DPoint const& last,
                          SimplePathVertexTriple::VertexTripleMode mode, SimplePathVertexTriple& made);
     template <class Points> Result appendRetractedTriples(Points const& points);
+    // Editing helpers. The index of the triple whose anchor is `anchor`, or -1.
+    int findAnchor(SimplePathVertex const* anchor) const;
+    // The neighbouring triples of triple `index`, or -1 where there is none (open ends, one triple).
+    int previousTriple(int index) const;
+    int nextTriple(int index) const;
+    // The shared part of addVertexAtPosition and addVertexAtPositionEx.
+    Result insertAtPosition(SimplePathPosition const& position, SimplePathVertexTriple const* given,
+                            SimplePathChangeInstruction& change);
+    // Turns both handles of the triple holding `vertex` onto one line through its anchor (the Smooth and
+    // Symmetric setters).
+    Result alignHandles(SimplePathVertex* vertex, bool symmetric);
 
     SimplePathTripleList tripleList;
     int closed = 0;

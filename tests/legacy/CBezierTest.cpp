@@ -1,429 +1,300 @@
 #include "simplepath/simplepath.h"
 
-#include "LongDoubleCubic.h"
-
-#include "LegacyExpect.h"
+#include "support/BezierReference.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <tuple>
+#include <vector>
 
 namespace {
 
-using legacytest::expectNear;
+using support::LD;
 
-using legacytest::LongDoubleCubic;
-
-// Exposes the protected building blocks of the flattening.
-class BezierProbe : public CBezier {
-  public:
-    using CBezier::CBezier;
-    using CBezier::GetL;
-};
-
-DPoint const arch[4] = {{0, 0}, {0, 100}, {100, 100}, {100, 0}};
-DPoint const loop[4] = {{0, 0}, {150, 100}, {-50, 100}, {100, 0}};
-DPoint const lopsided[4] = {{10, 20}, {300, -40}, {-20, 80}, {250, 260}};
-
-CBezier make(DPoint const (&p)[4]) {
-    return CBezier(p[0], p[1], p[2], p[3]);
+// Both coordinates within tolerance of expected.
+void expectNear(DPoint const& actual, DPoint const& expected, double tolerance = 1e-12) {
+    EXPECT_NEAR(actual.x, expected.x, tolerance);
+    EXPECT_NEAR(actual.y, expected.y, tolerance);
 }
-LongDoubleCubic reference(DPoint const (&p)[4]) {
-    return LongDoubleCubic(p[0], p[1], p[2], p[3]);
+
+// The independent long-double references, on the segment's control points.
+PBezier controlsOf(CBezier const& c) {
+    return PBezier(c.GetP0(), c.GetP1(), c.GetP2(), c.GetP3());
 }
+DPoint referencePoint(CBezier const& c, LD t) {
+    support::LPoint const q = support::evaluate(controlsOf(c), t);
+    return DPoint(double(q.x), double(q.y));
+}
+double referenceDistance(CBezier const& c, DPoint const& p) {
+    PBezier const b = controlsOf(c);
+    return double(std::sqrt(support::minimumOver([&](LD t) { return support::squaredDistanceTo(b, t, p); })));
+}
+// Composite Simpson's rule with ten intervals on the long-double speed over [t0, t1].
+double referenceSimpson(CBezier const& c, LD t0, LD t1) {
+    LD const h = (t1 - t0) / 10;
+    LD sum = 0;
+    for (int i = 0; i <= 10; ++i) {
+        sum += (i == 0 || i == 10 ? 1 : i % 2 ? 4 : 2) * support::speed(controlsOf(c), t0 + i * h);
+    }
+    return double(sum * h / 3);
+}
+// Length of the polyline through the curve at t = i / n, i = 0..n.
+double referencePolyline(CBezier const& c, int n) {
+    LD length = 0;
+    for (int i = 1; i <= n; ++i) {
+        support::LPoint const a = support::evaluate(controlsOf(c), LD(i - 1) / n);
+        support::LPoint const b = support::evaluate(controlsOf(c), LD(i) / n);
+        length += std::hypot(b.x - a.x, b.y - a.y);
+    }
+    return double(length);
+}
+
+CBezier const arch(DPoint(0, 0), DPoint(0, 100), DPoint(100, 100), DPoint(100, 0));
+CBezier const loop(DPoint(0, 0), DPoint(150, 100), DPoint(-50, 100), DPoint(100, 0));
+CBezier const lopsided(DPoint(10, 20), DPoint(300, -40), DPoint(-20, 80), DPoint(250, 260));
+CBezier const samples[] = {arch, loop, lopsided};
 
 // A straight segment along x with its handles at the thirds: a uniformly parametrised line.
-CBezier evenLine(double length) {
-    return CBezier(DPoint(0, 0), DPoint(length / 3, 0), DPoint(2 * length / 3, 0), DPoint(length, 0));
+CBezier evenLine(double length, double resolution = 1.0) {
+    CBezier line(DPoint(0, 0), DPoint(length / 3, 0), DPoint(2 * length / 3, 0), DPoint(length, 0));
+    line.SetResolution(resolution);
+    return line;
 }
 
-TEST(LegacyBezier, EvaluatesTheCubicWithExactEnds) {
-    for (auto const* p : {&arch, &loop, &lopsided}) {
-        CBezier const curve = make(*p);
-        LongDoubleCubic const ref = reference(*p);
-        EXPECT_EQ(curve.GetCurvePoint(0.0), (*p)[0]);
-        EXPECT_EQ(curve.GetCurvePoint(1.0), (*p)[3]);
-        for (double t : {1e-9, 0.1, 0.37, 0.5, 0.83, 1 - 1e-9}) {
-            auto const r = ref.at(t);
-            DPoint const q = curve.GetCurvePoint(t);
-            expectNear(q, DPoint(double(r.x), double(r.y)), 1e-12);
+std::vector<DPoint> flatten(CBezier const& curve, CArray<DPoint, DPoint> out = {}) {
+    curve.GetPolyline(out);
+    return std::vector<DPoint>(&out[0], &out[0] + out.GetSize());
+}
+
+std::vector<DPoint> controls(CBezier const& c) {
+    return {c.GetP0(), c.GetP1(), c.GetP2(), c.GetP3()};
+}
+
+TEST(LegacyBezier, PointsAndLengthsAgreeWithTheLongDoubleReference) {
+    for (CBezier const& curve : samples) {
+        EXPECT_EQ(curve.GetCurvePoint(0.0), curve.GetP0());
+        EXPECT_EQ(curve.GetCurvePoint(1.0), curve.GetP3());
+        for (double t : {1e-9, 0.37, 0.83, 1 - 1e-9}) {
+            expectNear(curve.GetCurvePoint(t), referencePoint(curve, t));
         }
-    }
-}
-
-TEST(LegacyBezier, LengthIsTenIntervalSimpsonOnTheSpeed) {
-    for (auto const* p : {&arch, &loop, &lopsided}) {
-        CBezier const curve = make(*p);
-        LongDoubleCubic const ref = reference(*p);
+        // Ten-interval Simpson, whole and partial.
         double const whole = curve.GetLength();
-        EXPECT_NEAR(whole, static_cast<double>(ref.simpson(0, 1, 10)), 1e-10 * whole);
-        EXPECT_EQ(whole, curve.GetLength(0.0, 1.0));
-        EXPECT_NEAR(curve.GetLength(0.2, 0.7), static_cast<double>(ref.simpson(0.2L, 0.7L, 10)),
-                    1e-10 * whole);
+        EXPECT_NEAR(whole, referenceSimpson(curve, 0, 1), 1e-10 * whole);
+        EXPECT_NEAR(curve.GetLength(0.2, 0.7), referenceSimpson(curve, 0.2L, 0.7L), 1e-10 * whole);
     }
-    // On a gentle arch ten intervals are close to the true arc length ...
-    double const archTrue = static_cast<double>(reference(arch).arcLength());
-    EXPECT_NEAR(make(arch).GetLength(), archTrue, 1e-4 * archTrue);
-    // ... but not across a cusp, where the speed has a kink: the rule is fixed, not adaptive.
-    DPoint const cusp[4] = {{0, 0}, {100, 100}, {0, 100}, {100, 0}};
-    double const cuspTrue = static_cast<double>(reference(cusp).arcLength());
-    EXPECT_GT(std::fabs(make(cusp).GetLength() - cuspTrue), 1e-3 * cuspTrue);
+    // On a gentle arch ten intervals come close to the true arc length.
+    EXPECT_NEAR(arch.GetLength(), double(support::arcLength(controlsOf(arch))), 1e-4 * arch.GetLength());
     // Speeds below 1e-8 count as standing still: a line of 3e-9 has no length, one of 3e-7 has.
     EXPECT_EQ(evenLine(3e-9).GetLength(), 0.0);
     EXPECT_NEAR(evenLine(3e-7).GetLength(), 3e-7, 1e-20);
-    // A uniformly parametrised line is measured exactly; a point has no length.
-    EXPECT_NEAR(evenLine(300).GetLength(), 300.0, 1e-12);
-    EXPECT_EQ(CBezier(DPoint(5, 5), DPoint(5, 5), DPoint(5, 5), DPoint(5, 5)).GetLength(), 0.0);
 }
 
 TEST(LegacyBezier, TFromLengthInvertsTheLength) {
-    for (auto const* p : {&arch, &loop, &lopsided}) {
-        CBezier const curve = make(*p);
-        double const total = curve.GetLength();
-        double previous = 0.0;
-        for (double fraction : {0.001, 0.1, 0.25, 0.5, 0.77, 0.999}) {
-            double const t = curve.GetTFromLength(fraction * total);
-            EXPECT_NEAR(curve.GetLength(0.0, t), fraction * total, 1e-9);
-            EXPECT_GT(t, previous);
-            previous = t;
-        }
-        EXPECT_EQ(curve.GetTFromLength(0.0), 0.0);
-        EXPECT_EQ(curve.GetTFromLength(-3.0), 0.0);
-        EXPECT_EQ(curve.GetTFromLength(total), 1.0);
-        EXPECT_EQ(curve.GetTFromLength(2 * total), 1.0);
-        EXPECT_EQ(curve.GetTFromLength(NAN), 0.0);
-    }
-    EXPECT_NEAR(evenLine(300).GetTFromLength(75.0), 0.25, 1e-12);
-    // A handle on its anchor stops the curve dead at t = 0 (zero speed); the search still converges.
+    // The last curve's handle sits on its anchor: zero speed at t = 0, where a Newton step is undefined.
     CBezier const stalled(DPoint(0, 0), DPoint(0, 0), DPoint(50, 80), DPoint(100, 0));
-    double const t = stalled.GetTFromLength(1.0);
-    EXPECT_NEAR(stalled.GetLength(0.0, t), 1.0, 1e-9);
+    for (CBezier const& curve : {arch, loop, lopsided, stalled}) {
+        double const total = curve.GetLength();
+        for (double length : {1.0, 0.1 * total, 0.5 * total, 0.77 * total, total - 0.1}) {
+            EXPECT_NEAR(curve.GetLength(0.0, curve.GetTFromLength(length)), length, 1e-9);
+        }
+        for (auto [length, t] :
+             {std::pair(0.0, 0.0), {-3.0, 0.0}, {NAN, 0.0}, {total, 1.0}, {2 * total, 1.0}}) {
+            EXPECT_EQ(curve.GetTFromLength(length), t);
+        }
+    }
 }
 
-TEST(LegacyBezier, PolylineLengthSamplesUniformParameters) {
-    BezierProbe const probe(arch[0], arch[1], arch[2], arch[3]);
-    LongDoubleCubic const ref = reference(arch);
-    for (int n : {1, 2, 10, 37}) {
-        EXPECT_NEAR(probe.GetL(n), static_cast<double>(ref.polyline(n)), 1e-10);
-    }
-    EXPECT_EQ(probe.GetL(0), probe.GetL(1));
-    EXPECT_EQ(probe.GetL(1), 100.0);
-}
-
-TEST(LegacyBezier, FlatteningAppendsEachPiecesLastThreeControlPointsLeftHalfFirst) {
-    // Every leg within the tolerance: the segment is one piece, written P1, P2, P3.
-    CBezier const small(DPoint(0, 0), DPoint(0.5, 0), DPoint(1, 0.5), DPoint(1, 1));
-    CArray<DPoint, DPoint> out;
-    small.GetPolyline(out);
-    ASSERT_EQ(out.GetSize(), 4);
-    EXPECT_EQ(out[0], DPoint(0, 0));
-    EXPECT_EQ(out[1], DPoint(0.5, 0));
-    EXPECT_EQ(out[2], DPoint(1, 0.5));
-    EXPECT_EQ(out[3], DPoint(1, 1));
-    // A non-empty output already holds the joint: P0 is not written again.
-    small.GetPolyline(out);
-    ASSERT_EQ(out.GetSize(), 7);
-    EXPECT_EQ(out[4], DPoint(0.5, 0));
-    EXPECT_EQ(out[6], DPoint(1, 1));
-
-    // One halving: the left half's P1, P2, P3, then the right half's (all dyadic, so exact).
-    CBezier const once(DPoint(0, 0), DPoint(0, 1.5), DPoint(1.5, 1.5), DPoint(1.5, 0));
-    out.RemoveAll();
-    once.GetPolyline(out);
-    DPoint const expected[] = {{0, 0},         {0, 0.75},   {0.375, 1.125}, {0.75, 1.125},
-                               {1.125, 1.125}, {1.5, 0.75}, {1.5, 0}};
-    ASSERT_EQ(out.GetSize(), 7);
-    for (int i = 0; i < 7; ++i) {
-        EXPECT_EQ(out[i], expected[i]) << i;
-    }
+TEST(LegacyBezier, FlatteningWritesEachPiecesLastThreePointsLeftHalfFirst) {
+    // Only the first leg is longer than the tolerance of 1, and one halving brings every leg within it:
+    // the left half's P1, P2, P3, then the right half's (all dyadic, so exact). A non-empty output
+    // already holds the joint, so P0 is written only into an empty one.
+    CBezier const once(DPoint(0, 0), DPoint(0, 1.5), DPoint(0.5, 1.5), DPoint(1, 1.5));
+    std::vector<DPoint> expected = {{0, 0},     {0, 0.75},   {0.125, 1.125}, {0.3125, 1.3125},
+                                    {0.5, 1.5}, {0.75, 1.5}, {1, 1.5}};
+    EXPECT_EQ(flatten(once), expected);
+    CArray<DPoint, DPoint> joint;
+    joint.Add(expected[0] = DPoint(9, 9));
+    EXPECT_EQ(flatten(once, joint), expected);
 }
 
 TEST(LegacyBezier, FlatteningTracksTheCurveWithinTheTolerance) {
-    for (auto const* p : {&arch, &loop, &lopsided}) {
-        CBezier curve = make(*p);
+    for (CBezier curve : samples) {
         curve.SetResolution(0.5);
-        CArray<DPoint, DPoint> out;
-        curve.GetPolyline(out);
-        EXPECT_EQ(out[0], (*p)[0]);
-        EXPECT_EQ(out[out.GetSize() - 1], (*p)[3]);
+        std::vector<DPoint> const out = flatten(curve);
+        EXPECT_EQ(out.back(), curve.GetP3());
         // Every leaf's control legs are within 0.5 and its ends lie on the curve, so every vertex is
         // within 0.5 of the curve. Twenty vertices spread along are checked.
-        LongDoubleCubic const ref = reference(*p);
-        ASSERT_GT(out.GetSize(), 20);
-        int const stride = out.GetSize() / 20;
-        for (int i = 1; i < out.GetSize(); i += stride) {
-            EXPECT_LE(static_cast<double>(ref.nearest(out[i], 1000).distance), 0.5 + 1e-9);
+        ASSERT_GT(out.size(), 20u);
+        for (std::size_t i = 1; i < out.size(); i += out.size() / 20) {
+            EXPECT_LE(referenceDistance(curve, out[i]), 0.5 + 1e-9);
         }
     }
 }
 
-// Halving a uniformly parametrised line halves all three control legs: the flattening of a line of
-// length d with tolerance tol has 3 * 2^k + 1 points, k the fewest halvings that bring d / 3 within tol.
-int expectedLinePoints(double length, double tolerance) {
-    int pieces = 1;
-    for (double leg = length / 3; leg > tolerance; leg /= 2) {
-        pieces *= 2;
-    }
-    return 3 * pieces + 1;
-}
-
 TEST(LegacyBezier, LongChordsRaiseTheFlatteningTolerance) {
-    struct Case {
-        double chord;
-        double resolution;
-        double tolerance;
-    };
-    Case const cases[] = {
-        {1000, 1, 1},     {2000, 1, 1},       {2000.5, 1, 3}, {3000, 1, 3},   {3000, 7, 7},
-        {5000, 1, 3},     {5001, 1, 5},       {10000, 1, 5},  {10001, 1, 10}, {100000, 1, 10},
-        {100001, 1, 100}, {100001, 250, 250}, {3000, 0.5, 3},
-    };
-    for (Case const& c : cases) {
-        CBezier line = evenLine(c.chord);
-        line.SetResolution(c.resolution);
-        CArray<DPoint, DPoint> out;
-        line.GetPolyline(out);
-        EXPECT_EQ(out.GetSize(), expectedLinePoints(c.chord, c.tolerance)) << c.chord << " " << c.resolution;
+    // Halving a uniform line halves all three legs: with tolerance tol it flattens to 3 * 2^k + 1
+    // points, k the fewest halvings that bring length / 3 within tol (no case here is a power of two).
+    double const cases[][3] = {{2000, 1, 1},     {2000.5, 1, 3},    {3000, 7, 7},   {5000, 0.5, 3},
+                               {5001, 1, 5},     {10000, 1, 5},     {10001, 1, 10}, {100000, 1, 10},
+                               {100001, 1, 100}, {100001, 250, 250}}; // chord, resolution, tolerance
+    for (auto const& c : cases) {
+        double const halvings = std::ceil(std::log2(c[0] / 3 / c[2]));
+        EXPECT_EQ(flatten(evenLine(c[0], c[1])).size(), 3 * std::exp2(halvings) + 1) << c[0];
     }
 }
 
-TEST(LegacyBezier, StraightSegmentsSkipSubdivisionOnlyWhenAsked) {
-    CBezier line(DPoint(0, 0), DPoint(0, 0), DPoint(10, 0), DPoint(10, 0));
-    CArray<DPoint, DPoint> out;
-    line.GetPolyline(out);
-    ASSERT_GT(out.GetSize(), 2);
-    for (int i = 1; i < out.GetSize(); ++i) {
-        EXPECT_EQ(out[i].y, 0.0);
-        EXPECT_GE(out[i].x, out[i - 1].x);
-    }
-    line.SetExpandStraightLines(false);
-    out.RemoveAll();
-    line.GetPolyline(out);
-    ASSERT_EQ(out.GetSize(), 2);
-    EXPECT_EQ(out[1], DPoint(10, 0));
-    // Handles within 1e-8 of their anchors still count as absent; one real handle does not.
-    CBezier nearlyStraight(DPoint(0, 0), DPoint(5e-9, 0), DPoint(10, 5e-9), DPoint(10, 0));
-    nearlyStraight.SetExpandStraightLines(false);
-    out.RemoveAll();
-    nearlyStraight.GetPolyline(out);
-    EXPECT_EQ(out.GetSize(), 2);
+TEST(LegacyBezier, StraightSegmentsSkipSubdivisionOnlyWhenAskedAndHostileInputStaysBounded) {
+    // Handles within 1e-8 of their anchors count as absent; one real handle does not.
+    CBezier straight(DPoint(0, 0), DPoint(5e-9, 0), DPoint(10, 5e-9), DPoint(10, 0));
     CBezier curved(DPoint(0, 0), DPoint(0, 0), DPoint(10, 3), DPoint(10, 0));
+    EXPECT_GT(flatten(straight).size(), 2u);
+    straight.SetExpandStraightLines(false);
     curved.SetExpandStraightLines(false);
-    out.RemoveAll();
-    curved.GetPolyline(out);
-    EXPECT_GT(out.GetSize(), 2);
-}
-
-TEST(LegacyBezier, FlatteningStaysBoundedOnHostileInput) {
-    int const cap = 3 * (1 << 16) + 1;
-    CBezier exact = make(arch);
-    exact.SetResolution(0.0);
-    CArray<DPoint, DPoint> out;
-    exact.GetPolyline(out);
-    EXPECT_EQ(out.GetSize(), cap);
-    EXPECT_EQ(out[out.GetSize() - 1], arch[3]);
-
-    CBezier broken(DPoint(0, 0), DPoint(NAN, 1), DPoint(2, 2), DPoint(3, 3));
-    out.RemoveAll();
-    broken.GetPolyline(out);
-    EXPECT_LE(out.GetSize(), cap);
-
-    CBezier nanResolution = make(arch);
-    nanResolution.SetResolution(NAN);
-    nanResolution.GetPolylineEx(out);
-    EXPECT_EQ(out.GetSize(), 21); // a NaN difference never exceeds the resolution
+    EXPECT_EQ(flatten(straight), (std::vector<DPoint>{{0, 0}, {10, 0}}));
+    EXPECT_GT(flatten(curved).size(), 2u);
+    // Halving stops 16 levels deep whatever the tolerance or the coordinates.
+    std::size_t const cap = 3 * (1 << 16) + 1;
+    EXPECT_EQ(flatten(evenLine(100, 0.0)).size(), cap);
+    EXPECT_LE(flatten(CBezier(DPoint(0, 0), DPoint(NAN, 1), DPoint(2, 2), DPoint(3, 3))).size(), cap);
 }
 
 TEST(LegacyBezier, UniformFlatteningComparesEveryRefinementWithTenPieces) {
-    LongDoubleCubic const ref = reference(arch);
-    double const ten = static_cast<double>(ref.polyline(10));
-    double const twenty = static_cast<double>(ref.polyline(20));
-    double const forty = static_cast<double>(ref.polyline(40));
-    ASSERT_LT(forty - twenty, 0.5 * (twenty - ten)); // refinements converge much faster than 10 -> 20
-
-    CBezier curve = make(arch);
+    double const ten = referencePolyline(arch, 10), twenty = referencePolyline(arch, 20);
+    ASSERT_LT(referencePolyline(arch, 40) - twenty, 0.5 * (twenty - ten));
+    CBezier curve = arch;
     CArray<DPoint, DPoint> out;
     out.Add(DPoint(-1, -1)); // replaced, not appended to
-
     // 20 pieces already agree with 10 within the resolution.
     curve.SetResolution(1.1 * (twenty - ten));
     curve.GetPolylineEx(out);
     EXPECT_EQ(out.GetSize(), 21);
-
     // They don't, and no refinement ever comes closer to 10 pieces: ten doublings, 20480 pieces, even
     // though 20 and 40 pieces agree with each other within the resolution.
     curve.SetResolution(0.9 * (twenty - ten));
     curve.GetPolylineEx(out);
     ASSERT_EQ(out.GetSize(), 20481);
-    EXPECT_EQ(out[0], arch[0]);
-    EXPECT_EQ(out[20480], arch[3]);
-    auto const mid = ref.at(0.5L);
-    expectNear(out[10240], DPoint(double(mid.x), double(mid.y)), 1e-12);
-    auto const early = ref.at(3.0L / 20480);
-    EXPECT_NEAR(out[3].y, static_cast<double>(early.y), 1e-12);
+    EXPECT_EQ(out[0], arch.GetP0());
+    EXPECT_EQ(out[20480], arch.GetP3());
+    expectNear(out[10240], referencePoint(arch, 0.5L));
 }
 
 TEST(LegacyBezier, NearestParameterMatchesDenseLongDoubleSearch) {
-    struct Query {
-        DPoint const (*curve)[4];
-        DPoint p;
-    };
-    Query const queries[] = {
-        {&arch, {50, 20}},   {&arch, {10, 90}},      {&arch, {120, 50}},      {&arch, {-10, -10}},
-        {&arch, {50, 300}},  {&loop, {30, 50}},      {&loop, {30, 80}},       {&loop, {110, -3}},
-        {&lopsided, {0, 0}}, {&lopsided, {120, 60}}, {&lopsided, {260, 270}},
-    };
-    for (Query const& q : queries) {
-        CBezier const curve = make(*q.curve);
-        auto const best = reference(*q.curve).nearest(q.p);
-        double const t = curve._GetCurveT(q.p);
-        EXPECT_EQ(t, curve.GetNearestCurvePointT(q.p));
-        EXPECT_GE(t, 0.0);
-        EXPECT_LE(t, 1.0);
-        EXPECT_LE(distance(curve.GetCurvePoint(t), q.p), static_cast<double>(best.distance) + 1e-9)
-            << q.p.x << "," << q.p.y;
-        EXPECT_NEAR(t, static_cast<double>(best.t), 1e-6) << q.p.x << "," << q.p.y;
+    std::pair<CBezier const&, DPoint> const queries[] = {
+        {arch, {50, 20}},      {arch, {120, 50}},     {arch, {-10, -10}}, {arch, {50, 300}},
+        {loop, {30, 50}},      {loop, {30, 80}},      {loop, {110, -3}},  {lopsided, {0, 0}},
+        {lopsided, {120, 60}}, {lopsided, {260, 270}}};
+    for (auto const& [curve, p] : queries) {
+        double const t = curve._GetCurveT(p);
+        EXPECT_EQ(t, curve.GetNearestCurvePointT(p));
+        EXPECT_LE(distance(curve.GetCurvePoint(t), p), referenceDistance(curve, p) + 1e-9)
+            << p.x << "," << p.y;
     }
-}
-
-TEST(LegacyBezier, NearestParameterOfAPointOnTheCurveIsFoundToTheFinestStep) {
-    // Eight tenfold refinements of the 0.01 scan leave a step of 1e-10.
-    for (auto const* p : {&arch, &loop, &lopsided}) {
-        CBezier const curve = make(*p);
-        LongDoubleCubic const ref = reference(*p);
-        for (long double t0 : {0.0123456789L, 0.31415926535L, 0.5L, 0.70710678118L, 0.987654321L}) {
-            auto const on = ref.at(t0);
-            DPoint const q(static_cast<double>(on.x), static_cast<double>(on.y));
-            EXPECT_NEAR(curve._GetCurveT(q), static_cast<double>(t0), 1.5e-10);
+    // Points on the curve: eight tenfold refinements of the 0.01 scan leave a step of 1e-10.
+    for (CBezier const& curve : samples) {
+        for (long double t : {0.0123456789L, 0.31415926535L, 0.70710678118L, 0.987654321L}) {
+            EXPECT_NEAR(curve._GetCurveT(referencePoint(curve, t)), double(t), 1.5e-10);
         }
     }
     // Past the end anchor: the coarse scan stops short of 1, the refinement reaches it.
-    EXPECT_GT(make(arch)._GetCurveT(DPoint(110, -5)), 1 - 1e-9);
-}
-
-TEST(LegacyBezier, NearestParameterKeepsTheFirstOfEquallyNearPoints) {
-    // A closed loop meets itself at P0 = P3: t = 0 and t = 1 are the same point; 0 comes first.
-    CBezier const closed(DPoint(0, 0), DPoint(100, 100), DPoint(-100, 100), DPoint(0, 0));
-    EXPECT_EQ(closed._GetCurveT(DPoint(0, -5)), 0.0);
-    EXPECT_EQ(closed._GetCurveT(DPoint(NAN, 0)), 0.0);
+    EXPECT_GT(arch._GetCurveT(DPoint(110, -5)), 1 - 1e-9);
+    // Only strictly closer points replace the best: on a segment shrunk to a point every parameter is
+    // equally near, and the first, 0, stays; so it does when nothing is near (NaN).
+    CBezier const dot(DPoint(0, 0), DPoint(0, 0), DPoint(0, 0), DPoint(0, 0));
+    EXPECT_EQ(dot._GetCurveT(DPoint(3, 4)), 0.0);
+    EXPECT_EQ(arch._GetCurveT(DPoint(NAN, 0)), 0.0);
 }
 
 TEST(LegacyBezier, DraggingNudgesTheFarHandleAndSolvesTheNearOne) {
-    DPoint const a(0, 0), h1(30, 0), h2(60, 0), b(90, 0);
-    // t = 1/4: C = (22.5, 0). The far handle P2 moves by 8/9 of the miss (w = -16/9 * 3/4 + 20/9),
-    // then P1 is solved so that C(1/4) = target.
-    CBezier early(a, h1, h2, b);
-    early.DragToPoint(0.25, DPoint(22.5, 9));
-    EXPECT_EQ(early.GetP0(), a);
-    EXPECT_EQ(early.GetP3(), b);
-    expectNear(early.GetP2(), DPoint(60.0, 8.0), 1e-12);
-    expectNear(early.GetP1(), DPoint(30.0, 56.0 / 3), 1e-12);
-    // Up to t = 1/2 it is P2 that is nudged: at 0.45 by w = -16/9 * 0.55 + 20/9 = 11.2 / 9.
-    CBezier middle(a, h1, h2, b);
-    middle.DragToPoint(0.45, DPoint(40.5, 9));
-    EXPECT_NEAR(middle.GetP2().y, 11.2, 1e-12);
-    // t = 3/4 mirrors it: P1 is nudged, P2 solved.
-    CBezier late(a, h1, h2, b);
-    late.DragToPoint(0.75, DPoint(67.5, 9));
-    expectNear(late.GetP1(), DPoint(30.0, 8.0), 1e-12);
-    expectNear(late.GetP2(), DPoint(60.0, 56.0 / 3), 1e-12);
-}
-
-TEST(LegacyBezier, DraggingASegmentWithoutHandlesPutsHandlesOnTheChordFirst) {
     DPoint const a(0, 0), b(100, 0);
-    // t = 0.5: P1 at 0.33 of the chord from P0, P2 at 0.335 from P3; the curve point there is
-    // 0.375 * 33 + 0.375 * 66.5 + 0.125 * 100 = 49.8125, so dragging onto it changes nothing more.
-    CBezier still(a, a, b, b);
-    still.DragToPoint(0.5, DPoint(49.8125, 0));
-    EXPECT_NEAR(still.GetP1().x, 33.0, 1e-12);
-    EXPECT_NEAR(still.GetP2().x, 66.5, 1e-12);
-    EXPECT_NEAR(still.GetP1().y, 0.0, 1e-12);
-    // Lifting it by 10 moves the far handle by w = -16/9 * 0.5 + 20/9 = 4/3 of that.
-    CBezier lifted(a, a, b, b);
-    lifted.DragToPoint(0.5, DPoint(49.8125, 10));
-    expectNear(lifted.GetP2(), DPoint(66.5, 40.0 / 3), 1e-12);
-    // t = 0.8: alpha = 0.17 * 0.8 + 0.25 = 0.386, beta = 0.6 * 0.2 + 0.03 = 0.15; the far handle is P1,
-    // nudged by w = -16/9 * 0.8 + 20/9 = 0.8 of the miss.
-    CBezier const created(a, DPoint(38.6, 0), DPoint(85, 0), b);
-    DPoint const onChord = created.GetCurvePoint(0.8);
-    CBezier grabbed(a, a, b, b);
-    grabbed.DragToPoint(0.8, onChord + DVector(0, 10));
-    expectNear(grabbed.GetP1(), DPoint(38.6, 8.0), 1e-12);
-    EXPECT_NEAR(grabbed.GetP2().x, 85.0, 1e-9);
-    // A segment with one real handle is not given new ones.
-    CBezier oneHandle(a, a, DPoint(80, 20), b);
-    DPoint const before = oneHandle.GetCurvePoint(0.5);
-    oneHandle.DragToPoint(0.5, before + DVector(0, 9));
-    expectNear(oneHandle.GetP2(), DPoint(80.0, 20.0 + 12.0), 1e-12);
-}
-
-TEST(LegacyBezier, DraggedCurvePassesThroughTheTarget) {
-    for (auto const* p : {&arch, &loop, &lopsided}) {
-        for (double t : {0.01, 0.2, 0.5, 0.5000001, 0.66, 0.99}) {
-            CBezier curve = make(*p);
-            DPoint const target(37.5, -12.25);
-            curve.DragToPoint(t, target);
-            EXPECT_EQ(curve.GetP0(), (*p)[0]);
-            EXPECT_EQ(curve.GetP3(), (*p)[3]);
-            DPoint const reached = curve.GetCurvePoint(t);
-            EXPECT_NEAR(reached.x, target.x, 1e-9) << t;
-            EXPECT_NEAR(reached.y, target.y, 1e-9) << t;
-        }
+    CBezier const line = evenLine(100), bare(a, a, b, b), oneHandle(a, a, DPoint(80, 20), b);
+    // The far handle (P2 up to t = 1/2, else P1) moves by w = -16/9 (1 - t) + 20/9, resp. -16/9 t + 20/9,
+    // times the miss; the near one is then solved, which passing through the target pins down. A bare
+    // segment first gets handles on its chord, P1 at alpha and P2 at beta of it from their own ends:
+    // at t = 1/2 alpha = 0.33, beta = 0.335 (C = 49.8125); at t = 0.8 alpha = 0.386, beta = 0.15
+    // (C = 87.5456). One real handle is enough not to get new ones.
+    std::tuple<CBezier const&, double, DPoint, int, DPoint> const cases[] = {
+        // curve, t, target, far
+        {line, 0.25, {25, 9}, 2, {200.0 / 3, 8}},        {line, 0.45, {45, 9}, 2, {200.0 / 3, 11.2}},
+        {line, 0.75, {75, 9}, 1, {100.0 / 3, 8}},        {bare, 0.5, {49.8125, 0}, 2, {66.5, 0}},
+        {bare, 0.5, {49.8125, 10}, 2, {66.5, 40.0 / 3}}, {bare, 0.8, {87.5456, 10}, 1, {38.6, 8}},
+        {oneHandle, 0.5, {42.5, 16.5}, 2, {80, 32}}};
+    for (auto const& [curve, t, target, far, handle] : cases) {
+        CBezier dragged = curve;
+        dragged.DragToPoint(t, target);
+        expectNear(far == 1 ? dragged.GetP1() : dragged.GetP2(), handle, 1e-9);
+        expectNear(dragged.GetCurvePoint(t), target, 1e-9);
+        EXPECT_EQ(dragged.GetP3(), b);
     }
 }
 
-TEST(LegacyBezier, DraggingAtAnEndMovesTheAnchorWithItsHandle) {
-    CBezier start = make(arch);
+TEST(LegacyBezier, DraggingAtAnEndMovesTheAnchorWithItsHandleAndBadInputIsIgnored) {
+    CBezier start = arch, end = arch, untouched = arch;
     start.DragToPoint(5e-9, DPoint(-10, 5));
-    EXPECT_EQ(start.GetP0(), DPoint(-10, 5));
-    EXPECT_EQ(start.GetP1(), DPoint(-10, 105));
-    EXPECT_EQ(start.GetP2(), arch[2]);
-    CBezier end = make(arch);
     end.DragToPoint(1.7, DPoint(110, 10)); // clamped to 1
-    EXPECT_EQ(end.GetP3(), DPoint(110, 10));
-    EXPECT_EQ(end.GetP2(), DPoint(110, 110));
-    EXPECT_EQ(end.GetP1(), arch[1]);
-
-    CBezier untouched = make(arch);
     untouched.DragToPoint(NAN, DPoint(1, 1));
     untouched.DragToPoint(0.5, DPoint(INFINITY, 1));
     untouched.DragToPoint(0.5, DPoint(1, NAN));
-    EXPECT_EQ(untouched.GetP1(), arch[1]);
-    EXPECT_EQ(untouched.GetP2(), arch[2]);
+    EXPECT_EQ(controls(start), (std::vector<DPoint>{{-10, 5}, {-10, 105}, {100, 100}, {100, 0}}));
+    EXPECT_EQ(controls(end), (std::vector<DPoint>{{0, 0}, {0, 100}, {110, 110}, {110, 10}}));
+    EXPECT_EQ(controls(untouched), controls(arch));
 }
 
-TEST(LegacyBezier, WritesBackIntoTheEntriesItWasMadeFrom) {
-    BPOINT a{{-5, -5}, {0, 0}, {0, 100}};
-    BPOINT b{{100, 100}, {100, 0}, {105, -5}};
-    CBezier curve(a, b);
-    EXPECT_EQ(curve.GetP1(), DPoint(0, 100));
-    EXPECT_EQ(curve.GetP2(), DPoint(100, 100));
-    EXPECT_EQ(curve.GetResolution(), 1.0);
-    EXPECT_TRUE(curve.GetExpandStraightLines());
-    curve.DragToPoint(0.3, DPoint(20, 90));
-    curve.GetBPoints(a, b);
-    EXPECT_EQ(a.before, DPoint(-5, -5));
-    EXPECT_EQ(b.after, DPoint(105, -5));
-    EXPECT_EQ(a.after, curve.GetP1());
-    EXPECT_EQ(b.before, curve.GetP2());
-    EXPECT_EQ(CBezier(a, b).GetCurvePoint(0.3), curve.GetCurvePoint(0.3));
-}
-
-TEST(LegacyBezier, ChainLengthSumsTheFirstSegments) {
+TEST(LegacyBezier, ChainsReadAndWriteTheirEntriesAndSumTheFirstSegments) {
     CArray<BPOINT, BPOINT> chain;
     EXPECT_EQ(CBezier::GetBPointArrayLength(chain, -1), 0.0);
-    chain.Add(BPOINT{{0, 0}, {0, 0}, {10, 0}});
-    EXPECT_EQ(CBezier::GetBPointArrayLength(chain, -1), 0.0);
-    chain.Add(BPOINT{{20, 0}, {30, 0}, {30, 10}});
-    chain.Add(BPOINT{{30, 20}, {30, 30}, {30, 30}});
-    double const first = CBezier(chain[0], chain[1]).GetLength();
-    double const second = CBezier(chain[1], chain[2]).GetLength();
-    EXPECT_NEAR(first, 30.0, 1e-12);
-    EXPECT_DOUBLE_EQ(CBezier::GetBPointArrayLength(chain, -1), first + second);
-    EXPECT_EQ(CBezier::GetBPointArrayLength(chain, 0), 0.0);
-    EXPECT_EQ(CBezier::GetBPointArrayLength(chain, 1), first);
-    EXPECT_DOUBLE_EQ(CBezier::GetBPointArrayLength(chain, 2), first + second);
-    EXPECT_DOUBLE_EQ(CBezier::GetBPointArrayLength(chain, 99), first + second);
+    chain.Add(BPOINT{{-5, -5}, {0, 0}, {0, 100}});
+    chain.Add(BPOINT{{100, 100}, {100, 0}, {110, 0}});
+    chain.Add(BPOINT{{120, 0}, {130, 0}, {130, 0}});
+    CBezier first(chain[0], chain[1]);
+    EXPECT_EQ(controls(first), controls(arch));
+    // Writing back leaves the neighbouring segments' handles alone.
+    first.DragToPoint(0.3, DPoint(20, 90));
+    first.GetBPoints(chain[0], chain[1]);
+    EXPECT_EQ(controls(CBezier(chain[0], chain[1])), controls(first));
+    EXPECT_EQ(chain[0].before, DPoint(-5, -5));
+    EXPECT_EQ(chain[1].after, DPoint(110, 0));
+    double const one = first.GetLength(), two = one + CBezier(chain[1], chain[2]).GetLength();
+    for (auto [last, length] : {std::pair(-1, two), {0, 0.0}, {1, one}, {2, two}, {99, two}}) {
+        EXPECT_EQ(CBezier::GetBPointArrayLength(chain, last), length) << last;
+    }
+}
+
+TEST(LegacyBezierPoint, SmoothNeedsRealHandlesInLineThroughTheAnchor) {
+    // Within 0.1 of the line through the handles is smooth; a handle within 0.1 of the anchor makes a
+    // corner, and so do both handles on one spot (no line through them).
+    std::pair<BPOINT, int> const cases[] = {
+        {{{-10, 0.05}, {0, 0}, {20, -0.05}}, 1}, {{{-10, 0}, {0, 0.12}, {20, 0}}, 0},
+        {{{-0.09, 0}, {0, 0}, {20, 0}}, 0},      {{{-10, 0}, {0, 0}, {0.05, 0.05}}, 0},
+        {{{-0.1, 0}, {0, 0}, {0.1, 0}}, 1},      {{{5, 5}, {0, 0}, {5, 5}}, 0}};
+    for (auto const& [p, smooth] : cases) {
+        EXPECT_EQ(CBezierPoint(p).IsSmooth(), smooth) << p.before.x << "," << p.after.x;
+    }
+}
+
+TEST(LegacyBezierPoint, MoveSubtractsTheOffsetAndRotateAndStretchKeepTheCentre) {
+    CBezierPoint p(BPOINT{{-1, 2}, {0, 0}, {3, 4}});
+    p.Move(10, -20);
+    p.Move(DPoint(1, 1));
+    EXPECT_EQ(p.before, DPoint(-12, 21));
+    EXPECT_EQ(p.anchor, DPoint(-11, 19));
+    p.Rotate(-11, 19, std::acos(0.0)); // a quarter turn, counter-clockwise with y up
+    expectNear(p.after, {-11 - 4, 19 + 3});
+    p.Stretch(DPoint(-11, 19), 2, -1);
+    expectNear(p.after, {-11 - 8, 19 - 3});
+    EXPECT_EQ(p.anchor, DPoint(-11, 19));
+}
+
+TEST(LegacyBezierPoint, SmoothLaysBothHandlesAlongTheNeighboursDirection) {
+    // Direction (3, 4) / 5; handle lengths a third of the distances to the neighbours. Without a
+    // direction the point is left as it was.
+    CBezierPoint p(BPOINT{{5, 0}, {0, 0}, {0, 5}});
+    p.Smooth(DPoint(3, 3), DPoint(3, 3));
+    p.Smooth(DPoint(NAN, 0), DPoint(3, 3));
+    EXPECT_EQ(p.before, DPoint(5, 0));
+    p.Smooth(DPoint(-3, -4), DPoint(6, 8));
+    expectNear(p.before, {-1.0, -4.0 / 3});
+    expectNear(p.after, {2.0, 8.0 / 3});
 }
 
 } // namespace

@@ -35,9 +35,6 @@ void operator delete(void* p) noexcept {
 void operator delete(void* p, std::size_t) noexcept {
     std::free(p);
 }
-void operator delete(void* p, std::nothrow_t const&) noexcept {
-    std::free(p);
-}
 
 namespace {
 

@@ -3,6 +3,8 @@
 // Small helpers shared by the path query tests: a non-affine transform and the segments of a path read
 // independently of the library's own segment walk.
 
+#include <vector>
+
 #include "simplepath/interfaces/ArbTrans.h"
 #include "simplepath/interfaces/PBezier.h"
 #include "simplepath/path/SimplePath.h"
@@ -18,6 +20,14 @@ class Bend : public ArbTrans<DPoint> {
     }
     DPoint reverseTransform(DPoint const& p) const override { return p; }
 };
+
+// A path of straight segments through the points, every handle retracted onto its anchor.
+inline SimplePath polyline(std::vector<DPoint> const& points, int closedFlag) {
+    SimplePath path;
+    path.addPoints(points);
+    path.setStrictClosed(closedFlag);
+    return path;
+}
 
 inline int segmentCount(SimplePath const& path) {
     int const n = path.numTriples();

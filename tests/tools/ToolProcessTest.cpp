@@ -1,210 +1,188 @@
 // Runs the built simplepath program as a process on the sample drawings, as a user would.
-#include "toolkit/OutputFile.h"
+#include "toolkit/CommandLine.h"
 #include "toolkit/PathDataParser.h"
+#include "toolkit/PathDataWriter.h"
 #include "toolkit/SvgDocument.h"
-#include "tools/ChainSampling.h"
+#include "tools/RunTool.h"
 
-#include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include <cstdio>
-#include <cstdlib>
-#include <filesystem>
-#include <sstream>
-
-#include <sys/wait.h>
+#include <sys/stat.h>
 
 using namespace sptool;
-using sptool::testing::sampledDistance;
-namespace fs = std::filesystem;
+using namespace sptool::testing;
 
 namespace {
 
-struct Outcome {
-    int code = -1;
-    std::string out;
-    std::string err;
-};
-
-std::string quoted(std::string const& arg) {
-    std::string q = "'";
-    for (char c : arg) {
-        q += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    }
-    return q + "'";
-}
-
-fs::path scratch() {
-    fs::path const dir = fs::temp_directory_path() / ("simplepath-tool-test-" + std::to_string(::getpid()));
-    fs::create_directories(dir);
-    return dir;
-}
-
-// Runs the tool with the arguments through the shell, capturing both streams.
-Outcome run(std::vector<std::string> const& args, std::string const& input = "") {
-    fs::path const dir = scratch();
-    std::string command = quoted(SIMPLEPATH_TOOL_PATH);
-    for (std::string const& a : args) {
-        command += " " + quoted(a);
-    }
-    std::string const in = (dir / "stdin").string();
-    std::string const out = (dir / "stdout").string();
-    std::string const err = (dir / "stderr").string();
-    {
-        FILE* f = std::fopen(in.c_str(), "wb");
-        std::fwrite(input.data(), 1, input.size(), f);
-        std::fclose(f);
-    }
-    int const status =
-        std::system((command + " <" + quoted(in) + " >" + quoted(out) + " 2>" + quoted(err)).c_str());
-    Outcome r;
-    r.code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    std::string ignored;
-    r.out = readWholeFile(out, ignored);
-    r.err = readWholeFile(err, ignored);
-    return r;
-}
-
-std::string sample(char const* name) {
-    return std::string(SIMPLEPATH_SAMPLE_DATA) + "/" + name;
-}
-
-std::vector<CubicChain> chainsOfLines(std::string const& text) {
-    std::vector<CubicChain> chains;
-    std::istringstream lines(text);
-    for (std::string line; std::getline(lines, line);) {
-        PathDataResult parsed = parsePathData(line);
-        EXPECT_TRUE(parsed.ok()) << line;
-        chains.insert(chains.end(), parsed.chains.begin(), parsed.chains.end());
-    }
-    return chains;
-}
-
-std::vector<CubicChain> chainsOfFile(std::string const& path) {
+SvgDocument documentOfFile(std::string const& path) {
     std::string error;
     SvgReadResult read = readSvgDocument(readWholeFile(path, error));
-    EXPECT_TRUE(read.ok()) << read.error;
-    return read.document.chains;
+    EXPECT_TRUE(read.ok()) << path << ": " << error << read.error;
+    return read.document;
 }
-
-char const* const kSamples[] = {"icon.svg", "open-paths.svg", "exported-logo.svg", "exported-drawing.svg",
-                                "minified-icons.svg"};
-
-// Removes the scratch folder that the runs of each test leave behind.
-class ToolProcess : public ::testing::Test {
-protected:
-    void TearDown() override {
-        std::error_code ignored;
-        fs::remove_all(scratch(), ignored);
-    }
-};
 
 } // namespace
 
-TEST_F(ToolProcess, ConvertsEverySampleToPathDataThatDrawsTheSameCurves) {
-    for (char const* name : kSamples) {
+TEST_F(ToolProcess, SamplesConvertToPathDataSvgAndSpathThatDrawTheSameCurves) {
+    std::string const svg = (scratch() / "out.svg").string(), first = (scratch() / "first.spath").string(),
+                      second = (scratch() / "second.spath").string();
+    std::string error;
+    for (char const* name :
+         {"icon.svg", "open-paths.svg", "exported-logo.svg", "exported-drawing.svg", "minified-icons.svg"}) {
+        SvgDocument const in = documentOfFile(sample(name));
+        EXPECT_FALSE(in.chains.empty()) << name;
+        // The lines of path data read back to the very curves of the drawing.
         Outcome const r = run({sample(name)});
         ASSERT_EQ(r.code, 0) << name << ": " << r.err;
         EXPECT_EQ(r.err, "");
-        std::vector<CubicChain> const expected = chainsOfFile(sample(name));
-        EXPECT_FALSE(expected.empty()) << name;
-        EXPECT_EQ(sampledDistance(chainsOfLines(r.out), expected), 0.0) << name;
+        EXPECT_EQ(writePathData(parsePathData(r.out).chains), writePathData(in.chains)) << name;
+        // So does an SVG, in the input's frame.
+        ASSERT_EQ(run({sample(name), "convert", "--format", "svg", "-o", svg}).out, "") << name;
+        SvgDocument const back = documentOfFile(svg);
+        EXPECT_EQ(writePathData(back.chains), writePathData(in.chains)) << name;
+        EXPECT_EQ(back.frame.viewBox, in.frame.viewBox) << name;
+        EXPECT_EQ(back.frame.width + back.frame.height, in.frame.width + in.frame.height) << name;
+        // A .spath stream reads back to the same curves and writes again to the same bytes.
+        ASSERT_EQ(run({sample(name), "--format", "spath", "-o", first}).code, 0) << name;
+        Outcome const again = run({first, "convert", "--format", "spath", "-o", second});
+        ASSERT_EQ(again.code, 0) << name << ": " << again.err;
+        EXPECT_EQ(readWholeFile(first, error), readWholeFile(second, error)) << name;
+        EXPECT_EQ(run({first}).out, r.out) << name;
     }
-    // The icon has closed outlines, the open drawing open ones.
-    std::string const icon = run({sample("icon.svg")}).out;
-    EXPECT_NE(icon.find('Z'), std::string::npos);
-    EXPECT_EQ(run({sample("open-paths.svg")}).out.find('Z'), std::string::npos);
 }
 
-TEST_F(ToolProcess, WritesSvgAndJsonInTheInputFrame) {
-    fs::path const out = scratch() / "converted.svg";
-    Outcome const r = run({sample("exported-drawing.svg"), "convert", "--format", "svg", "-o", out.string()});
-    ASSERT_EQ(r.code, 0) << r.err;
-    EXPECT_EQ(r.out, "");
-    std::string error;
-    SvgReadResult const back = readSvgDocument(readWholeFile(out.string(), error));
-    ASSERT_TRUE(back.ok()) << back.error;
-    EXPECT_EQ(back.document.frame.width, "210mm");
-    EXPECT_EQ(back.document.frame.viewBox, (std::array<double, 4>{0, 0, 210, 148}));
-    EXPECT_EQ(sampledDistance(back.document.chains, chainsOfFile(sample("exported-drawing.svg"))), 0.0);
+TEST_F(ToolProcess, WritesSvgAndJsonAndReadsFilesAndStandardInput) {
+    // Without a frame of its own the SVG gets one around the drawing.
+    SvgReadResult const framed = readSvgDocument(run({"--d", "M0 0L90 50", "--format", "svg"}).out);
+    ASSERT_TRUE(framed.document.frame.hasViewBox) << framed.error;
+    auto const& box = framed.document.frame.viewBox;
+    EXPECT_TRUE(box[0] < 0 && box[1] < 0 && box[0] + box[2] > 90 && box[1] + box[3] > 50);
 
     Outcome const json = run({"--d", "M0 0L10 0Q20 0 20 10Z m5 5h1", "--json", "--decimals", "2"});
-    ASSERT_EQ(json.code, 0) << json.err;
-    nlohmann::json const report = nlohmann::json::parse(json.out);
-    ASSERT_EQ(report["paths"].size(), 2u);
+    nlohmann::json const report = nlohmann::json::parse(json.out, nullptr, false);
+    ASSERT_EQ(report["paths"].size(), 2u) << json.err;
     EXPECT_EQ(report["paths"][0]["closed"], true);
     EXPECT_EQ(report["paths"][0]["segments"], 3);
     EXPECT_EQ(report["paths"][0]["d"], "M0 0L10 0C16.67 0 20 3.33 20 10Z");
     EXPECT_EQ(report["paths"][1]["d"], "M5 5L6 5");
-}
 
-TEST_F(ToolProcess, ReadsPathDataFromFilesAndStandardInput) {
+    // Path data in a file and an SVG on standard input.
     fs::path const data = scratch() / "shape.txt";
     ASSERT_EQ(writeFileAtomically(data.string(), "M0 0 q5 5 10 0\n"), "");
     Outcome const fromFile = run({data.string()});
-    EXPECT_EQ(fromFile.code, 0) << fromFile.err;
     Outcome const fromStdin =
         run({"-"}, "<svg xmlns='http://www.w3.org/2000/svg'><path d='M0 0 q5 5 10 0'/></svg>");
-    EXPECT_EQ(fromStdin.code, 0) << fromStdin.err;
-    EXPECT_EQ(fromFile.out, fromStdin.out);
+    EXPECT_EQ(fromStdin.out, fromFile.out) << fromStdin.err;
     EXPECT_EQ(fromFile.out,
-              "M0 0C3.333333333333333 3.333333333333333 6.666666666666667 3.333333333333333 10 0\n");
-}
+              "M0 0C3.333333333333333 3.333333333333333 6.666666666666667 3.333333333333333 10 0\n")
+        << fromFile.err;
 
-TEST_F(ToolProcess, EveryErrorIsOneLineWithANonZeroExit) {
-    fs::path const bad = scratch() / "bad.svg";
-    ASSERT_EQ(writeFileAtomically(bad.string(), "<svg><path id='a' d='M0 0 L 5'/></svg>"), "");
-    struct Case {
-        std::vector<std::string> args;
-        int code;
-        std::string err;
-    } const cases[] = {
-        {{"--d", "M0 0 L1 x"},
-         1,
-         "simplepath: error: --d: path data at offset 8: expected a number, found 'x'\n"},
-        {{bad.string()},
-         1,
-         "simplepath: error: " + bad.string() +
-             ": <path id=\"a\"> at byte 5: d at offset 8: expected a number, found the end of the data\n"},
-        {{"/nonexistent/drawing.svg"},
-         1,
-         "simplepath: error: cannot read '/nonexistent/drawing.svg': No such file or directory\n"},
-        {{sample("icon.svg"), "frobnicate"},
-         1,
-         "simplepath: error: unknown command 'frobnicate' (run simplepath --help for the list)\n"},
-        {{sample("icon.svg"), "delete", "--vertex"}, 1, ""},
-        {{sample("icon.svg"), "info"}, 2, "simplepath: info: not yet available\n"},
-        {{sample("icon.svg"), "drag", "--near", "1", "2", "--to", "3", "4"},
-         2,
-         "simplepath: drag: not yet available\n"},
-    };
-    for (Case const& c : cases) {
-        Outcome const r = run(c.args);
-        EXPECT_EQ(r.code, c.code) << c.args.back();
-        EXPECT_EQ(r.out, "") << c.args.back();
-        if (!c.err.empty()) {
-            EXPECT_EQ(r.err, c.err);
-        } else {
-            EXPECT_EQ(r.err.rfind("simplepath: error: delete: ", 0), 0u) << r.err;
-        }
-        EXPECT_EQ(r.err.find('\n'), r.err.size() - 1) << r.err;
+    Outcome const help = run({"--help"});
+    EXPECT_EQ(help.code, 0);
+    for (std::string const& name : commandNames()) {
+        EXPECT_NE(help.out.find("\n  " + name), std::string::npos) << name;
     }
 }
 
-TEST_F(ToolProcess, AFailedCallLeavesTheOutputFileUntouched) {
-    fs::path const out = scratch() / "kept.txt";
-    ASSERT_EQ(writeFileAtomically(out.string(), "before"), "");
-    Outcome const failed = run({"--d", "M0 0 L", "-o", out.string()});
-    EXPECT_EQ(failed.code, 1);
+TEST_F(ToolProcess, EveryErrorIsOneLineWithExitCodeOne) {
+    auto file = [](std::string const& name, std::string const& bytes) {
+        std::string const path = (scratch() / name).string();
+        EXPECT_EQ(writeFileAtomically(path, bytes), "");
+        return path;
+    };
+    std::string const bad = file("bad.svg", "<svg><path id='a' d='M0 0 L 5'/></svg>");
+    // A stream of two paths cut inside the second, one with a stray byte after its paths, one whose last
+    // coordinate is a quiet NaN (little-endian), and a file of text.
+    std::string const two = run({"--d", "M0 0L1 1M2 2L3 3", "--format", "spath"}).out;
+    std::string const cut = file("cut.spath", two.substr(0, two.size() - 3)),
+                      longer = file("longer.spath", two + "x"),
+                      nan = file("nan.spath",
+                                 two.substr(0, two.size() - 8) + std::string("\0\0\0\0\0\0\xf8\x7f", 8)),
+                      text = file("text.spath", "M0 0");
+    std::string const notSpath = ": not a readable .spath stream: ";
+    char const* const in = "in.svg";
+    char const* const shapes = "M0 0L10 0L10 10Z M20 0C20 10 30 10 30 0"; // a triangle and an open curve
+    struct Case {
+        std::vector<std::string> args;
+        std::string err;
+    } const cases[] = {
+        {{"--d", "M0 0 L1 x"}, "--d: path data at offset 8: expected a number, found 'x'"},
+        {{bad},
+         bad + ": <path id=\"a\"> at byte 5: d at offset 8: expected a number, found the end of the "
+               "data"},
+        {{"/nonexistent/drawing.svg"}, "cannot read '/nonexistent/drawing.svg': No such file or directory"},
+        {{cut}, cut + notSpath + "path 1 of 2 is cut short or damaged"},
+        {{longer}, longer + notSpath + "unexpected bytes after path 1"},
+        {{nan}, nan + notSpath + "path 1 has a coordinate that is not a finite number"},
+        {{text}, text + notSpath + "path 0 of 807415885 is cut short or damaged"},
+        // Mistakes on the command line, found before any input is read.
+        {{in, "frobnicate"}, "unknown command 'frobnicate' (run simplepath --help for the list)"},
+        {{"nearest", "1", "2"}, "no input: give an SVG, .spath or path data file, or --d DATA"},
+        {{in, "delete"}, "delete: name the target with either --vertex or --near"},
+        {{in, "insert", "--at", "2"},
+         "insert: --at takes SEG:T, a segment index and a parameter in [0, 1], not '2'"},
+        {{in, "join", "0:end", "1:middle"}, "join: a path end is P:start or P:end, not '1:middle'"},
+        {{in, "pick", "1", "2", "--tolerance", "-1"}, "pick: --tolerance must not be negative"},
+        // Targets that are not in the drawing.
+        {{"--d", shapes, "delete", "--vertex", "3"}, "vertex 3 is out of range: path 0 has 3 vertices"},
+        {{"--d", shapes, "mode", "cusp", "--path", "2", "--vertex", "0"},
+         "path 2 is out of range: the drawing has 2 paths"},
+        {{"--d", shapes, "nearest", "1", "2", "--path", "-1"},
+         "path -1 is out of range: the drawing has 2 paths"},
+        {{"--d", shapes, "insert", "--at", "2:0.5", "--path", "1"},
+         "segment 2 is out of range: path 1 has 1 segment"},
+        {{"--d", shapes, "drag", "--near", "50", "50", "--to", "0", "0"}, "no curve within 1 of (50, 50)"},
+        {{"--d", shapes, "split", "--near", "50", "50", "--tolerance", "0.5"},
+         "no vertex within 0.5 of (50, 50)"},
+        {{"--d", shapes, "join", "0:end", "1:start"}, "join: path 0 is closed, so it has no ends"},
+        {{"--d", shapes, "join", "1:end", "1:start"},
+         "join: both ends are on path 1; join takes the ends of two different paths"},
+    };
+    for (Case const& c : cases) {
+        Outcome const r = run(c.args);
+        EXPECT_EQ(r.code, 1) << c.err;
+        EXPECT_EQ(r.out, "") << c.err;
+        EXPECT_EQ(r.err, "simplepath: error: " + c.err + "\n");
+    }
+    // The command-line parser's own complaints are flattened into the same single line.
+    Outcome const mode = run({in, "mode", "wobbly", "--vertex", "1"});
+    EXPECT_EQ(mode.code, 1);
+    EXPECT_EQ(mode.err.rfind("simplepath: error: mode: ", 0), 0u) << mode.err;
+    EXPECT_EQ(mode.err.find('\n'), mode.err.size() - 1) << mode.err;
+}
+
+TEST_F(ToolProcess, OutputFilesAreReplacedWholeOrNotAtAll) {
+    fs::path const folder = scratch() / "out";
+    fs::create_directories(folder);
+    std::string const out = (folder / "kept.txt").string();
     std::string error;
-    EXPECT_EQ(readWholeFile(out.string(), error), "before");
+    // A failed call leaves the file as it was; a good one replaces all of it and leaves no temporary file
+    // behind. A new file gets the usual permissions, not the private ones of a temporary file.
+    EXPECT_EQ(run({"--d", "M0 0 L1 1 L2 2 L3 3", "-o", out}).code, 0);
+    EXPECT_EQ(run({"--d", "M0 0 L", "-o", out}).code, 1);
+    EXPECT_EQ(run({"--d", "M0 0 L1 1", "delete", "--vertex", "9", "-o", out}).code, 1);
+    EXPECT_EQ(readWholeFile(out, error), "M0 0L1 1 2 2 3 3\n");
+    EXPECT_EQ(run({"--d", "M0 0 L1 1", "-o", out}).code, 0);
+    EXPECT_EQ(readWholeFile(out, error), "M0 0L1 1\n");
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 1);
+    mode_t const mask = ::umask(0);
+    ::umask(mask);
+    EXPECT_EQ(fs::status(out).permissions(), static_cast<fs::perms>(0666 & ~mask));
 
-    Outcome const unwritable =
-        run({"--d", "M0 0 L1 1", "-o", (scratch() / "no-such-folder" / "x.txt").string()});
-    EXPECT_EQ(unwritable.code, 1);
-    EXPECT_NE(unwritable.err.find("No such file or directory"), std::string::npos);
-
-    Outcome const written = run({"--d", "M0 0 L1 1", "-o", out.string()});
-    EXPECT_EQ(written.code, 0);
-    EXPECT_EQ(readWholeFile(out.string(), error), "M0 0L1 1\n");
+    auto failure = [&](std::string const& target) { return run({"--d", "M0 0 L1 1", "-o", target}).err; };
+    EXPECT_EQ(failure(folder.string() + "/"),
+              "simplepath: error: cannot write '" + folder.string() + "/': not a file name\n");
+    EXPECT_EQ(failure((folder / "missing/x.svg").string()), "simplepath: error: cannot write '" +
+                                                                (folder / "missing/x.svg").string() +
+                                                                "': No such file or directory\n");
+    EXPECT_EQ(run({folder.string()}).err,
+              "simplepath: error: cannot read '" + folder.string() + "': Is a directory\n");
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 1);
+    // Without the right to write in the folder (which some users, such as root, have regardless).
+    fs::permissions(folder, fs::perms::owner_read | fs::perms::owner_exec);
+    if (::access(folder.c_str(), W_OK) != 0) {
+        EXPECT_EQ(failure(out), "simplepath: error: cannot write '" + out + "': Permission denied\n");
+        EXPECT_EQ(readWholeFile(out, error), "M0 0L1 1\n");
+    }
+    fs::permissions(folder, fs::perms::owner_all);
 }

@@ -101,6 +101,12 @@ void appendArcCubics(EndpointArc const& arc, double tolerance, std::vector<Cubic
         return DVector(cosPhi * ex - sinPhi * ey, sinPhi * ex + cosPhi * ey);
     };
 
+    if (!std::isfinite(rx) || !std::isfinite(ry) || !std::isfinite(coef) || !std::isfinite(sweep)) {
+        // Radii so lopsided (a ratio beyond the double range) that growing them overflows: the ellipse
+        // is indistinguishable from its chord.
+        appendLine(p0, p1, out);
+        return;
+    }
     int const n = pieceCount(sweep, std::max(rx, ry), tolerance);
     double const delta = sweep / n;
     double const k = 4.0 / 3.0 * std::tan(delta / 4.0);

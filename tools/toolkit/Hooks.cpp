@@ -1,57 +1,184 @@
+// Where the tool's drawing enters and leaves the library: chains to paths and back, .spath streams, and the
+// render drawing of the paths' vertices.
 #include "toolkit/Hooks.h"
+
+#include "toolkit/SvgWriter.h"
+
+#include "simplepath/interfaces/BinaryDeserializer.h"
+#include "simplepath/interfaces/BinarySerializer.h"
+#include "simplepath/interfaces/PBezierCurve.h"
+#include "simplepath/path/SimplePathConversion.h"
+#include "simplepath/path/SimplePathSerializer.h"
+
+#include <cmath>
+#include <limits>
+#include <list>
+#include <sstream>
 
 namespace sptool {
 
-// Until the path model is wired in, the chains themselves are the drawing.
-int adoptChains(Session&) {
+namespace {
+
+std::unique_ptr<SimplePath> pathOfChain(CubicChain const& chain) {
+    if (chain.segments.empty()) {
+        auto path = std::make_unique<SimplePath>();
+        SimplePathVertex* anchor = nullptr;
+        path->addSingle(chain.start, anchor);
+        path->setStrictClosed(chain.closed ? 1 : 0);
+        return path;
+    }
+    PBezierCurve curve;
+    for (std::size_t i = 0; i < chain.segments.size(); ++i) {
+        CubicSegment const& s = chain.segments[i];
+        curve.getSegments().add(PBezier(segmentStart(chain, i), s[0], s[1], s[2]));
+    }
+    curve.setStrictIsClosed(chain.closed ? 1 : 0);
+    PList<PBezierCurve> curves;
+    curves.add(curve);
+    std::list<PHashablePointer<SimplePath>> made;
+    if (createSimplePaths(curves, made, chain.closed ? 1 : 0) != 0 || made.size() != 1) {
+        for (PHashablePointer<SimplePath> const& p : made) {
+            delete p.pointer;
+        }
+        return nullptr;
+    }
+    std::unique_ptr<SimplePath> path(made.front().pointer);
+    // Without forcing, the conversion takes an open chain whose last inner control lies on its start for a
+    // closed one (an open outline that returns to its start in a straight line). Open it again and give it
+    // back its final vertex.
+    if (!chain.closed && path->isClosedSimplePath() != 0) {
+        path->setStrictClosed(0);
+        CubicSegment const& last = chain.segments.back();
+        SimplePathVertex* first = nullptr;
+        SimplePathVertex* anchor = nullptr;
+        SimplePathVertex* out = nullptr;
+        path->addTriple(last[1], first, last[2], anchor, last[2], out,
+                        SimplePathVertexTriple::inferTripleMode(last[1], last[2], last[2]));
+    }
+    return path;
+}
+
+CubicChain chainOfPath(SimplePath const& path) {
+    CubicChain chain;
+    chain.closed = path.isClosedSimplePath() != 0;
+    if (path.numTriples() == 1) {
+        // A single vertex: a lone point, or when closed one segment from the anchor round to itself.
+        std::list<SimplePathLocationTriple> triples;
+        path.getLocationTripleList(triples);
+        SimplePathLocationTriple const& t = triples.front();
+        chain.start = t.anchor;
+        if (chain.closed) {
+            chain.segments.push_back({t.last, t.first, t.anchor});
+        }
+        return chain;
+    }
+    PBezierCurve curve;
+    createBezierCurve(path, curve);
+    PList<PBezier> const& segments = curve.getSegments();
+    chain.start = segments[0][0];
+    for (PBezier const& b : segments) {
+        chain.segments.push_back({b[1], b[2], b[3]});
+    }
+    return chain;
+}
+
+bool allFinite(SimplePath const& path) {
+    std::list<SimplePathLocationTriple> triples;
+    path.getLocationTripleList(triples);
+    for (SimplePathLocationTriple const& t : triples) {
+        for (DPoint const& p : {t.first, t.anchor, t.last}) {
+            if (!std::isfinite(p.x) || !std::isfinite(p.y)) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+int adoptChains(Session& session) {
+    for (CubicChain const& chain : session.chains) {
+        std::unique_ptr<SimplePath> path = pathOfChain(chain);
+        if (!path) {
+            return session.fail(session.source + ": out of memory");
+        }
+        session.paths.push_back(std::move(path));
+    }
+    session.chains.clear();
     return kExitOk;
 }
+
 std::vector<CubicChain> currentChains(Session& session) {
-    return session.chains;
+    std::vector<CubicChain> chains;
+    for (std::unique_ptr<SimplePath> const& path : session.paths) {
+        if (path->numTriples() > 0) {
+            chains.push_back(chainOfPath(*path));
+        }
+    }
+    return chains;
 }
 
-int readSpathInput(Session& session, std::string const&) {
-    return session.notYetAvailable("reading .spath");
-}
-int writeSpathOutput(Session& session, std::string const&) {
-    return session.notYetAvailable("--format spath");
+// A .spath file holds any number of paths:
+//   int32    the number of paths, m
+//   m path streams, one after another, each exactly as SimplePathSerializer writes one path
+// and nothing after the last path. Integers and doubles are little-endian (BinarySerializer's layout), so a
+// file means the same on every machine, and writing what was read gives back the same bytes.
+int readSpathInput(Session& session, std::string const& bytes) {
+    std::istringstream in(bytes);
+    BinaryDeserializer stream(in);
+    std::string const unreadable = session.source + ": not a readable .spath stream: ";
+    std::int32_t count = 0;
+    if (stream.readInt(count) != 0 || count < 0) {
+        return session.fail(unreadable + "no path count at its start");
+    }
+    // The count is not trusted for an allocation: paths are made only as their streams are read.
+    for (std::int32_t i = 0; i < count; ++i) {
+        PHashablePointer<SimplePath> read;
+        SimplePathSerializer::Result const result = SimplePathSerializer::readNew(stream, read);
+        std::unique_ptr<SimplePath> path(read.pointer);
+        if (result != SimplePathSerializer::Success) {
+            return session.fail(unreadable + "path " + std::to_string(i) + " of " + std::to_string(count) +
+                                " is cut short or damaged");
+        }
+        if (!allFinite(*path)) {
+            return session.fail(unreadable + "path " + std::to_string(i) +
+                                " has a coordinate that is not a finite number");
+        }
+        session.paths.push_back(std::move(path));
+    }
+    if (in.peek() != std::char_traits<char>::eof()) {
+        return session.fail(unreadable + "unexpected bytes after path " + std::to_string(count - 1));
+    }
+    return kExitOk;
 }
 
-int runInfo(Session& session, InfoStep const&) {
-    return session.notYetAvailable("info");
+int writeSpathOutput(Session& session, std::string const& outputPath) {
+    std::ostringstream out;
+    BinarySerializer stream(out);
+    bool ok = stream.writeInt(static_cast<std::int32_t>(session.paths.size())) == 0;
+    for (std::unique_ptr<SimplePath> const& path : session.paths) {
+        ok = ok && SimplePathSerializer::write(path.get(), stream) == SimplePathSerializer::Success;
+    }
+    if (!ok || session.paths.size() > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max())) {
+        return session.fail("cannot write the .spath stream");
+    }
+    return session.emit(outputPath, out.str());
 }
-int runNearest(Session& session, NearestStep const&) {
-    return session.notYetAvailable("nearest");
-}
-int runIntersect(Session& session, IntersectStep const&) {
-    return session.notYetAvailable("intersect");
-}
-int runPick(Session& session, PickStep const&) {
-    return session.notYetAvailable("pick");
-}
-int runRender(Session& session, RenderStep const&) {
-    return session.notYetAvailable("render");
-}
-int runInsert(Session& session, InsertStep const&) {
-    return session.notYetAvailable("insert");
-}
-int runDelete(Session& session, DeleteStep const&) {
-    return session.notYetAvailable("delete");
-}
-int runMode(Session& session, ModeStep const&) {
-    return session.notYetAvailable("mode");
-}
-int runSplit(Session& session, SplitStep const&) {
-    return session.notYetAvailable("split");
-}
-int runJoin(Session& session, JoinStep const&) {
-    return session.notYetAvailable("join");
-}
-int runDrag(Session& session, DragStep const&) {
-    return session.notYetAvailable("drag");
-}
-int runTransform(Session& session, TransformStep const&) {
-    return session.notYetAvailable("transform");
+
+int runRender(Session& session, RenderStep const& step) {
+    std::vector<RenderPath> drawn;
+    for (std::unique_ptr<SimplePath> const& path : session.paths) {
+        std::list<SimplePathLocationTriple> triples;
+        path->getLocationTripleList(triples);
+        RenderPath r;
+        r.closed = path->isClosedSimplePath() != 0;
+        for (SimplePathLocationTriple const& t : triples) {
+            r.vertices.push_back({t.anchor, t.first, t.last, static_cast<int>(t.mode)});
+        }
+        drawn.push_back(std::move(r));
+    }
+    return session.emit(step.output, writeRenderDrawing(session.frame, drawn));
 }
 
 } // namespace sptool

@@ -10,7 +10,7 @@ namespace sptool {
 
 // The places where the tool meets the library's path model. Each returns an exit code: kExitOk lets the
 // call go on with the next command; anything else ends it with that code (after the hook has printed one
-// line through Session::fail or Session::notYetAvailable).
+// line through Session::fail).
 //
 // The drawing enters as cubic chains (Session::chains, one per subpath, closed chains ending on their
 // start) and leaves through currentChains(); everything between is the library's business.

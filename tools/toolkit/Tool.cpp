@@ -19,11 +19,6 @@ int Session::fail(std::string const& message) {
     return kExitError;
 }
 
-int Session::notYetAvailable(std::string const& command) {
-    err << "simplepath: " << command << ": not yet available\n";
-    return kExitNotAvailable;
-}
-
 int Session::emit(std::string const& path, std::string const& text) {
     std::string const& target = path.empty() ? options.output : path;
     if (target.empty() || target == "-") {

@@ -1,0 +1,159 @@
+#pragma once
+
+#include <functional>
+#include <set>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "simplepath/edit/SimplePathChangeInstruction.h"
+#include "simplepath/path/SimplePath.h"
+#include "support/PathHelpers.h"
+
+namespace editing {
+
+using Mode = SimplePathVertexTriple::VertexTripleMode;
+using Loc = SimplePathLocationTriple;
+
+inline SimplePath makePath(std::vector<Loc> const& triples, int closed = 0) {
+    SimplePath path;
+    for (Loc const& t : triples) {
+        appendTriple(path, t.first, t.anchor, t.last, t.mode);
+    }
+    path.setStrictClosed(closed);
+    return path;
+}
+
+// n curved triples: anchors at (10 i, 0 or 4), handles leaning so that no segment is straight and no
+// two segments are alike.
+inline SimplePath wiggly(int n, int closed = 0, Mode mode = Mode::Cusp) {
+    std::vector<Loc> triples;
+    for (int i = 0; i < n; ++i) {
+        DPoint const a(10.0 * i, (i % 2) * 4.0);
+        triples.emplace_back(a + DVector(-3.0, 1.0 + 0.1 * i), a, a + DVector(3.0, -1.0 - 0.2 * i), mode);
+    }
+    return makePath(triples, closed);
+}
+
+inline SimplePathPosition at(SimplePath const& path, int index, double t) {
+    SimplePathPosition p;
+    path.makePosition(index, t, p);
+    return p;
+}
+
+// The curve point at (i, t), evaluated independently of the library in Bernstein form in long double.
+inline DPoint pointAt(SimplePath const& path, int i, double t) {
+    SimplePathVertexTriple const& a = path.getTripleList()[i % path.numTriples()];
+    SimplePathVertexTriple const& b = path.getTripleList()[(i + 1) % path.numTriples()];
+    DPoint const p[4] = {a.anchor->getLocation(), a.last->getLocation(), b.first->getLocation(),
+                         b.anchor->getLocation()};
+    long double const u = t, s = 1.0L - u, w[4] = {s * s * s, 3 * s * s * u, 3 * s * u * u, u * u * u};
+    long double x = 0.0L, y = 0.0L;
+    for (int k = 0; k < 4; ++k) {
+        x += w[k] * p[k].x;
+        y += w[k] * p[k].y;
+    }
+    return DPoint(static_cast<double>(x), static_cast<double>(y));
+}
+
+// The vertices of the paths' triples; `slots` (if given) is increased by the number of places they fill.
+inline std::set<SimplePathVertex*> verticesOf(std::vector<SimplePath const*> const& paths,
+                                              std::size_t* slots = nullptr) {
+    std::set<SimplePathVertex*> out;
+    for (SimplePath const* path : paths) {
+        for (SimplePathVertexTriple const& t : path->getTripleList()) {
+            out.insert({t.first, t.anchor, t.last});
+        }
+        if (slots != nullptr) {
+            *slots += 3 * static_cast<std::size_t>(path->numTriples());
+        }
+    }
+    return out;
+}
+
+inline std::set<SimplePathVertex*> added(SimplePathChangeInstruction const& change) {
+    std::set<SimplePathVertex*> out;
+    change.simplePathVerticesAdded(out);
+    return out;
+}
+
+inline std::set<SimplePathVertex*> removed(SimplePathChangeInstruction const& change) {
+    std::set<SimplePathVertex*> out;
+    change.simplePathVerticesRemoved(out);
+    return out;
+}
+
+// Removed vertices are unlinked, not freed; the holder of the change instruction frees them.
+inline void freeRemoved(SimplePathChangeInstruction const& change) {
+    for (SimplePathVertex* v : removed(change)) {
+        delete v;
+    }
+}
+
+inline void expectNear(DPoint const& expected, DPoint const& actual, double tolerance = 1e-12) {
+    EXPECT_NEAR(expected.x, actual.x, tolerance);
+    EXPECT_NEAR(expected.y, actual.y, tolerance);
+}
+
+// Every vertex sits in exactly one triple of one path afterwards, or was reported removed; the only
+// vertices that appeared are those reported added.
+inline void expectExactOwnership(std::set<SimplePathVertex*> before,
+                                 std::vector<SimplePath const*> const& after,
+                                 SimplePathChangeInstruction const& change) {
+    std::size_t slots = 0;
+    auto held = verticesOf(after, &slots);
+    EXPECT_EQ(slots, held.size()) << "a vertex sits in two triples";
+    for (SimplePathVertex* v : removed(change)) {
+        EXPECT_EQ(0u, held.count(v)) << "a removed vertex is still held";
+        held.insert(v);
+    }
+    auto const fresh = added(change);
+    before.insert(fresh.begin(), fresh.end());
+    EXPECT_EQ(before, held);
+}
+
+// Positions held elsewhere follow an edit: a (path, position) pair recorded before the edit and carried
+// through the change instruction must name the same drawn point afterwards, wherever the edit kept it.
+using Pair = SimplePathChangeInstruction::PathPosition;
+
+struct Held {
+    Pair pair;
+    DPoint point;
+};
+
+inline int segmentsOf(SimplePath const& path) {
+    return path.numTriples() - (path.isClosedSimplePath() != 0 ? 0 : 1);
+}
+
+// Positions at quarter steps on every segment of each path, and the end anchor.
+inline std::vector<Held> holdPositions(std::vector<SimplePath*> const& paths) {
+    std::vector<Held> out;
+    for (SimplePath* path : paths) {
+        for (int i = 0; i <= segmentsOf(*path); ++i) {
+            for (double t : {0.0, 0.25, 0.5, 0.75}) {
+                if (i < segmentsOf(*path) || t == 0.0) {
+                    out.push_back({{path, at(*path, i, t)}, pointAt(*path, i, t)});
+                }
+            }
+        }
+    }
+    return out;
+}
+
+// `kept` says which held pairs the edit is meant to keep on the drawn curve; nullptr keeps them all.
+inline void expectFollow(std::vector<Held> const& held, SimplePathChangeInstruction const& change,
+                         std::function<bool(Pair const&)> const& kept = nullptr) {
+    for (Held const& h : held) {
+        if (kept && !kept(h.pair)) {
+            continue;
+        }
+        Pair const moved = change.translate(h.pair);
+        SCOPED_TRACE(testing::Message()
+                     << "from " << h.pair.second.getIndex() << ", " << h.pair.second.getParameter());
+        ASSERT_GE(segmentsOf(*moved.first), moved.second.getIndex()); // (segments, 0.0) is the end anchor
+        expectNear(h.point, pointAt(*moved.first, moved.second.getIndex(), moved.second.getParameter()),
+                   1e-9);
+    }
+}
+
+} // namespace editing

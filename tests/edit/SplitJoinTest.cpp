@@ -1,0 +1,163 @@
+#include <gtest/gtest.h>
+
+#include <list>
+#include <vector>
+
+#include "EditingHelpers.h"
+#include "simplepath/path/SimplePathDPointVertex.h"
+
+using namespace editing;
+
+namespace {
+
+using Paths = std::list<PHashablePointer<SimplePath>>;
+
+Paths translated(SimplePathChangeInstruction const& change, SimplePath* path) {
+    Paths out;
+    change.translate(path, out);
+    return out;
+}
+
+std::vector<SimplePathVertex*> callersVertices(bool wanted) { // anchorA, handleA, anchorB, handleB
+    std::vector<SimplePathVertex*> out;
+    for (int i = 0; wanted && i < 4; ++i) {
+        out.push_back(new SimplePathDPointVertex(DPoint(7, 7)));
+    }
+    return out;
+}
+
+} // namespace
+
+// The split triple's own handles stay with the pieces; the duplicated anchor and the idle handles are
+// copies made by the path, or the caller's vertices when given.
+TEST(SplitVertex, OpenPathFallsApartAtTheAnchor) {
+    for (int k : {0, 2, 3, -1}) { // -1: anchor 1 with the caller's vertices
+        SCOPED_TRACE(k);
+        int const cut = k < 0 ? 1 : k;
+        SimplePath path = wiggly(4), first, second;
+        PHashablePointer<SimplePath> firstPath(&first), secondPath(&second);
+        SimplePathVertexTriple const split = path.getTripleList()[cut];
+        auto const mine = callersVertices(k < 0);
+        auto const held = holdPositions({&path});
+        auto const before = verticesOf({&path});
+        SimplePathChangeInstruction change;
+        ASSERT_EQ(SimplePath::Success, k < 0 ? path.splitVertex(split.anchor, change, firstPath, secondPath,
+                                                                mine[0], mine[1], mine[2], mine[3])
+                                             : path.splitVertex(split.anchor, change, firstPath, secondPath));
+        ASSERT_EQ(cut + 1, first.numTriples());
+        ASSERT_EQ(4 - cut, second.numTriples());
+        SimplePathVertexTriple const end = first.getTripleList()[cut], start = second.getTripleList()[0];
+        EXPECT_EQ(SimplePathVertexTriple(split.first, end.anchor, end.last, split.mode), end);
+        EXPECT_EQ(SimplePathVertexTriple(start.first, start.anchor, split.last, split.mode), start);
+        if (k < 0) {
+            EXPECT_EQ((std::vector<SimplePathVertex*>{end.anchor, end.last, start.anchor, start.first}),
+                      mine);
+        } else { // the idle handles lie on the split triple's own handles, deliberately
+            EXPECT_EQ(split.first->getLocation(), end.last->getLocation());
+            EXPECT_EQ(split.last->getLocation(), start.first->getLocation());
+            expectFollow(held, change);
+        }
+        EXPECT_EQ((std::set<SimplePathVertex*>{split.anchor}), removed(change));
+        expectExactOwnership(before, {&path, &first, &second}, change);
+        Paths paths;
+        change.simplePathsRemoved(paths);
+        EXPECT_EQ(Paths{&path}, paths);
+        EXPECT_EQ((Paths{&first, &second}), translated(change, &path));
+        EXPECT_EQ(1u, change.numPositionTransforms());
+        freeRemoved(change);
+    }
+}
+
+// The path is rotated to start at the anchor and opened there, ending in a duplicate of it; only the
+// rotation is recorded, not even the duplicate's vertices.
+TEST(SplitVertex, ClosedPathOpensAtTheAnchor) {
+    for (int k : {0, 2, 3, -1}) { // -1: anchor 1 with the caller's vertices
+        SCOPED_TRACE(k);
+        int const cut = k < 0 ? 1 : k;
+        SimplePath path = wiggly(4, 1), unused;
+        PHashablePointer<SimplePath> piece(&unused);
+        std::vector<SimplePathVertexTriple> const order(path.getTripleList().begin(),
+                                                        path.getTripleList().end());
+        auto const mine = callersVertices(k < 0);
+        auto const held = holdPositions({&path});
+        SimplePathChangeInstruction change;
+        SimplePathVertex* const anchor = order[static_cast<std::size_t>(cut)].anchor;
+        ASSERT_EQ(SimplePath::Success,
+                  k < 0 ? path.splitVertex(anchor, change, piece, piece, mine[0], mine[1], mine[2], mine[3])
+                        : path.splitVertex(anchor, change, piece, piece));
+        EXPECT_EQ(0, path.isClosedSimplePath());
+        ASSERT_EQ(5, path.numTriples());
+        for (int i = 0; i < 4; ++i) {
+            EXPECT_EQ(order[static_cast<std::size_t>((i + cut) % 4)], path.getTripleList()[i]);
+        }
+        if (k < 0) { // built from anchorA and both handles; anchorB stays the caller's
+            EXPECT_EQ(SimplePathVertexTriple(mine[1], mine[0], mine[3], Mode::Cusp), path.getTripleList()[4]);
+            delete mine[2];
+        } else {
+            EXPECT_EQ(locationsOf(path)[0], locationsOf(path)[4]);
+            EXPECT_EQ(15u, verticesOf({&path}).size()); // the duplicate is made of new vertices
+            expectFollow(held, change);
+        }
+        EXPECT_EQ(0, unused.numTriples());
+        EXPECT_TRUE(added(change).empty() && removed(change).empty());
+        EXPECT_EQ(Paths{&path}, translated(change, &path));
+        EXPECT_EQ(1u, change.numPositionTransforms());
+    }
+}
+
+// Separate ends, even 1e-12 apart, are connected by a straight segment. Ends at exactly one place merge:
+// vertex1 stays and takes vertex2's far handle, on its outgoing side when path1 ran into it in order, on
+// its incoming side when path1 was reversed.
+TEST(Join, EndsConnectStraightOrMergeWhenTheyMeetExactly) {
+    for (int ends = 0; ends < 12; ++ends) {
+        bool const oneAtEnd = ends & 1, twoAtStart = ends & 2, touching = ends / 4 == 1,
+                   nearly = ends / 4 == 2;
+        SCOPED_TRACE(ends);
+        SimplePath a = wiggly(3), b = wiggly(3), joined;
+        SimplePathVertexTriple const keep = a.getTripleList()[oneAtEnd ? 2 : 0];
+        SimplePathVertexTriple const gone = b.getTripleList()[twoAtStart ? 0 : 2];
+        DPoint const meet = keep.anchor->getLocation();
+        b.translate(touching || nearly ? meet - gone.anchor->getLocation() + DVector(nearly ? 1e-12 : 0.0, 0)
+                                       : DVector(5, 40));
+        DPoint const far = (twoAtStart ? gone.last : gone.first)->getLocation();
+        PHashablePointer<SimplePath> p1(&a), p2(&b), result(&joined);
+        auto const held = holdPositions({&a, &b});
+        auto const before = verticesOf({&a, &b});
+        SimplePathChangeInstruction change;
+        ASSERT_EQ(SimplePath::Success, SimplePath::join(p1, keep.anchor, p2, gone.anchor, change, result));
+
+        ASSERT_EQ(touching ? 5 : 6, joined.numTriples());
+        auto const locations = locationsOf(joined);
+        EXPECT_EQ(keep.anchor, joined.getTripleList()[2].anchor);
+        if (touching) {
+            Loc const merged = oneAtEnd ? Loc{keep.first->getLocation(), meet, far, keep.mode}
+                                        : Loc{far, meet, meet, keep.mode};
+            EXPECT_EQ(merged, locations[2]);
+            EXPECT_EQ((std::set<SimplePathVertex*>{gone.first, gone.anchor, gone.last}), removed(change));
+        } else {
+            EXPECT_EQ(locations[2].anchor, locations[2].last); // the connecting segment is straight
+            EXPECT_EQ(locations[3].anchor, locations[3].first);
+            EXPECT_TRUE(removed(change).empty());
+        }
+        EXPECT_TRUE(added(change).empty());
+        expectExactOwnership(before, {&a, &b, &joined}, change);
+        EXPECT_EQ(Paths{&joined}, translated(change, &a));
+        EXPECT_EQ(Paths{&joined}, translated(change, &b));
+        EXPECT_EQ(touching ? 3u : 2u, change.numPositionTransforms());
+        // A merge folds path2's segment next to vertex2 into the (empty) connecting one, at half the
+        // parameter range each: points of that segment, and vertex2's, move. When path1 was reversed the
+        // merged anchor's incoming handle changes too, moving path1's segment next to it.
+        expectFollow(held, change, [&](Pair const& pair) {
+            int const i = pair.second.getIndex();
+            bool const inside = pair.second.getParameter() != 0.0;
+            if (!touching) {
+                return true;
+            }
+            if (pair.first == &b) {
+                return inside ? i != (twoAtStart ? 0 : 1) : i != (twoAtStart ? 0 : 2);
+            }
+            return oneAtEnd || !(i == 0 && inside);
+        });
+        freeRemoved(change);
+    }
+}

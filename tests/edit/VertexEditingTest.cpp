@@ -1,0 +1,301 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+#include <limits>
+#include <list>
+#include <vector>
+
+#include "EditingHelpers.h"
+#include "simplepath/interfaces/ArbTrans.h"
+
+using namespace editing;
+
+namespace {
+
+double const kNaN = std::numeric_limits<double>::quiet_NaN();
+
+bool retracted(SimplePathVertexTriple const& t) {
+    return t.first->getLocation() == t.anchor->getLocation() &&
+           t.last->getLocation() == t.anchor->getLocation();
+}
+
+} // namespace
+
+// createVertexTriple calls a segment straight when its handles are within 1e-7 of their anchors; the
+// insertion itself only when they lie exactly there.
+TEST(VertexInsertion, StraightSegmentTestsDifferInTolerance) {
+    struct Row {
+        double handleOffset;
+        bool createdStraight, insertedStraight;
+    } const rows[] = {{0.0, true, true}, {1e-8, true, false}, {1e-3, false, false}};
+    for (Row const& row : rows) {
+        SCOPED_TRACE(row.handleOffset);
+        SimplePath path = makePath({{{0, 0}, {0, 0}, {row.handleOffset, 0}, Mode::Cusp},
+                                    {{10 - row.handleOffset, 0}, {10, 0}, {10, 0}, Mode::Cusp}});
+        SimplePathVertexTriple made;
+        path.createVertexTriple(at(path, 0, 0.25), made);
+        ASSERT_NE(nullptr, made.anchor);
+        EXPECT_EQ(row.createdStraight, retracted(made));
+        EXPECT_EQ(Mode::Smooth, made.mode);
+        delete made.first;
+        delete made.anchor;
+        delete made.last;
+
+        SimplePathChangeInstruction change;
+        ASSERT_EQ(SimplePath::Success, path.addVertexAtPosition(at(path, 0, 0.25), change));
+        EXPECT_EQ(row.insertedStraight, retracted(path.getTripleList()[1]));
+        if (row.insertedStraight) {
+            EXPECT_EQ(DPoint(1.5625, 0), path.getTripleList()[1].anchor->getLocation()); // B(0.25)
+            EXPECT_TRUE(retracted(path.getTripleList()[0]) && retracted(path.getTripleList()[2]));
+        }
+    }
+}
+
+// Where the new triple lands, that the transform and exactly its three vertices are recorded, and that
+// the drawn shape is kept: every held position names the same point afterwards. The Ex form inserts the
+// caller's triple (made by createVertexTriple) and reshapes the neighbours as the plain form does.
+TEST(VertexInsertion, PlacesTheNewTripleKeepingTheShape) {
+    struct Row {
+        int n, closed, index;
+        double t;
+        int newIndex;
+        bool ex;
+    } const rows[] = {{4, 0, 1, 0.3, 2, false}, // inner segment: before B
+                      {4, 1, 3, 0.6, 4, false}, // closing segment: appended at the end
+                      {4, 0, 3, 0.0, 3, false}, // last vertex of an open path: duplicate second to last
+                      {1, 1, 0, 0.5, 1, false}, // one-vertex closed path: its segment runs back to itself
+                      {4, 1, 0, 0.5, 1, false}, // segment 0 of a closed path
+                      {4, 0, 1, 0.3, 2, true},  // the Ex form, inner and closing segment
+                      {4, 1, 3, 0.6, 4, true}};
+    for (Row const& row : rows) {
+        SCOPED_TRACE(&row - rows);
+        SimplePath path = wiggly(row.n, row.closed);
+        SimplePathVertexTriple const lastBefore = path.getTripleList()[row.n - 1];
+        auto const held = holdPositions({&path});
+        SimplePathVertexTriple mine;
+        if (row.ex) {
+            path.createVertexTriple(at(path, row.index, row.t), mine);
+        }
+        SimplePathChangeInstruction change;
+        ASSERT_EQ(SimplePath::Success,
+                  row.ex ? path.addVertexAtPositionEx(at(path, row.index, row.t), mine, change)
+                         : path.addVertexAtPosition(at(path, row.index, row.t), change));
+        ASSERT_EQ(row.n + 1, path.numTriples());
+        expectFollow(held, change);
+        SimplePathVertexTriple const made = path.getTripleList()[row.newIndex];
+        EXPECT_EQ((std::set<SimplePathVertex*>{made.first, made.anchor, made.last}), added(change));
+        EXPECT_EQ(Mode::Smooth, made.mode);
+        EXPECT_EQ(1u, change.numPositionTransforms());
+        EXPECT_TRUE(!row.ex || mine == made);
+        if (row.t == 0.0) { // copies of the last triple; the last triple itself stays last
+            EXPECT_EQ(lastBefore, path.getTripleList()[row.n]);
+            EXPECT_EQ(locationsOf(path)[static_cast<std::size_t>(row.n)].anchor, made.anchor->getLocation());
+        }
+    }
+}
+
+TEST(VertexDeletion, RemovesTheTripleAndKeepsTheNeighbours) {
+    SimplePath path = wiggly(4);
+    auto const before = locationsOf(path);
+    SimplePathVertexTriple const doomed = path.getTripleList()[1];
+    SimplePathChangeInstruction change;
+    ASSERT_EQ(SimplePath::Success, path.deleteVertex(doomed.anchor, change));
+    EXPECT_EQ((std::set<SimplePathVertex*>{doomed.first, doomed.anchor, doomed.last}), removed(change));
+    EXPECT_EQ(1u, change.numPositionTransforms());
+    EXPECT_EQ((std::vector<Loc>{before[0], before[2], before[3]}), locationsOf(path));
+    freeRemoved(change);
+
+    SimplePath single = wiggly(1);
+    SimplePathChangeInstruction last;
+    ASSERT_EQ(SimplePath::Success, single.deleteVertex(single.getTripleList()[0].anchor, last));
+    EXPECT_EQ(0, single.numTriples());
+    freeRemoved(last);
+}
+
+namespace {
+
+using Setter = SimplePath::Result (SimplePath::*)(SimplePathVertex*&, SimplePathChangeInstruction&);
+Setter const Smooth = &SimplePath::setSmoothMode, Symmetric = &SimplePath::setSymmetricMode,
+             Cusp = &SimplePath::setCuspMode, Straight = &SimplePath::setStraightMode;
+
+} // namespace
+
+TEST(ModeSetting, FormulasConstantsAndNeighbours) {
+    // Every triple starts Symmetric: each setter must write the mode it stands for.
+    double const r = std::sqrt(20.0);
+    Loc const bent{{0, 2}, {0, 0}, {4, 0}, Mode::Symmetric}; // handle lengths 2 and 4, at right angles
+    Loc const shut{{10, 0}, {10, 0}, {10, 0}, Mode::Symmetric};
+    Loc const before{{-2, 0}, {0, 0}, {2, 2}, Mode::Symmetric};
+    Loc const after{{18, 4}, {20, 0}, {22, 0}, Mode::Symmetric};
+    struct Row {
+        std::vector<Loc> triples;
+        int closed, index, which; // which: 0 incoming handle, 1 anchor, 2 outgoing handle
+        Setter setter;
+        Loc expected;
+    } const rows[] = {
+        // Extended handles: smooth keeps each length, symmetric gives both the mean.
+        {{bent}, 0, 0, 1, Smooth, {{-8 / r, 4 / r}, {0, 0}, {16 / r, -8 / r}, Mode::Smooth}},
+        {{bent}, 0, 0, 2, Symmetric, {{-12 / r, 6 / r}, {0, 0}, {12 / r, -6 / r}, Mode::Symmetric}},
+        {{bent}, 0, 0, 0, Cusp, {{0, 2}, {0, 0}, {4, 0}, Mode::Cusp}},
+        // Retracted handles: a quarter of the chord between the neighbours' handles, or anchor -+ (1, 0).
+        {{before, shut, after}, 0, 1, 1, Smooth, {{6, -0.5}, {10, 0}, {14, 0.5}, Mode::Smooth}},
+        {{shut, after}, 0, 0, 2, Smooth, {{8, -1}, {10, 0}, {12, 1}, Mode::Smooth}},
+        {{shut, after, before}, 1, 0, 1, Smooth, {{6, -0.5}, {10, 0}, {14, 0.5}, Mode::Smooth}},
+        {{shut}, 1, 0, 1, Symmetric, {{9, 0}, {10, 0}, {11, 0}, Mode::Symmetric}},
+        // Cusp pulls retracted handles halfway to the neighbours' handles, mirroring at an open end.
+        {{before, shut, after}, 0, 1, 0, Cusp, {{6, 1}, {10, 0}, {14, 2}, Mode::Cusp}},
+        {{shut, after}, 0, 0, 1, Cusp, {{6, -2}, {10, 0}, {14, 2}, Mode::Cusp}},
+        {{before, shut}, 0, 1, 1, Cusp, {{6, 1}, {10, 0}, {14, -1}, Mode::Cusp}},
+        {{shut}, 0, 0, 1, Cusp, {{9, 0}, {10, 0}, {11, 0}, Mode::Cusp}},
+        {{before, after}, 0, 1, 2, Straight, {{20, 0}, {20, 0}, {20, 0}, Mode::Cusp}},
+    };
+    for (Row const& row : rows) {
+        SCOPED_TRACE(&row - rows);
+        SimplePath path = makePath(row.triples, row.closed);
+        SimplePathVertexTriple const t = path.getTripleList()[row.index];
+        SimplePathVertex* pick[] = {t.first, t.anchor, t.last};
+        SimplePathChangeInstruction change;
+        ASSERT_EQ(SimplePath::Success, (path.*row.setter)(pick[row.which], change));
+        Loc const got = locationsOf(path)[static_cast<std::size_t>(row.index)];
+        expectNear(row.expected.first, got.first);
+        expectNear(row.expected.anchor, got.anchor);
+        expectNear(row.expected.last, got.last);
+        EXPECT_EQ(row.expected.mode, got.mode);
+    }
+}
+
+namespace {
+
+// Bends the plane: (x, y) -> (x + y^2, y), so aligned handles come out of line.
+class Bend : public ArbTrans<DPoint> {
+  public:
+    DPoint transform(DPoint const& p) const override { return {p.x + p.y * p.y, p.y}; }
+    DPoint reverseTransform(DPoint const& p) const override { return {p.x - p.y * p.y, p.y}; }
+};
+
+} // namespace
+
+TEST(PathTransforms, MapEveryPointAndKeepAlignedModes) {
+    std::vector<Loc> const triples = {{{-1, -1}, {0, 0}, {1, 1}, Mode::Smooth},
+                                      {{9, -1}, {10, 0}, {11, 1}, Mode::Symmetric},
+                                      {{29, 1}, {30, 0}, {31, 2}, static_cast<Mode>(7)}};
+    SimplePath bent = makePath(triples);
+    ASSERT_EQ(SimplePath::Success, bent.transform(Bend()));
+    Mode const modes[] = {Mode::Smooth, Mode::Symmetric, Mode::Cusp};
+    for (std::size_t i = 0; i < triples.size(); ++i) {
+        Loc const& was = triples[i];
+        EXPECT_EQ((Loc{Bend().transform(was.first), Bend().transform(was.anchor), Bend().transform(was.last),
+                       modes[i]}),
+                  locationsOf(bent)[i]);
+    }
+
+    // A quarter turn about (1, 1), then a scale about the origin, keeping every mode as it is.
+    SimplePath moved = makePath(triples);
+    P2DTrans turn;
+    turn.rotate(std::acos(-1.0) / 2);
+    ASSERT_EQ(SimplePath::Success, moved.transform(turn, DPoint(1, 1)));
+    moved.scale(2, 3);
+    expectNear(DPoint(4, 30), locationsOf(moved)[1].anchor);
+    EXPECT_EQ(static_cast<Mode>(7), locationsOf(moved)[2].mode);
+}
+
+// The dragged segment passes through the target; every vertex object is new and every mode inferred
+// afresh; the segments away from the drag keep their shape (a closed path's closing segment included).
+TEST(DragToPoint, PassesThroughTheTargetAndRebuildsThePath) {
+    struct Row {
+        int closed, index;
+        double t;
+        DVector pull;
+        int untouched; // a triple whose three locations stay
+    } const rows[] = {
+        {0, 1, 0.4, {0.7, 2.1}, 3},
+        {1, 1, 0.4, {0.7, 2.1}, 0},   // the closing segment, not dragged, keeps its shape
+        {1, 3, 0.5, {-1.5, 3.0}, 1},  // the closing segment, dragged
+        {1, 0, 0.0, {-3.0, -7.0}, 2}, // the first anchor of a closed path
+    };
+    for (Row const& row : rows) {
+        SCOPED_TRACE(row.index * 10 + row.closed);
+        SimplePath path = wiggly(4, row.closed, Mode::Symmetric); // so that re-inferred modes show
+        std::vector<Loc> const triples = locationsOf(path);
+        auto const old = verticesOf({&path});
+        DPoint const target = pointAt(path, row.index, row.t) + row.pull;
+        ASSERT_EQ(SimplePath::Success, path.dragToPoint(at(path, row.index, row.t), target));
+
+        EXPECT_EQ(row.closed, path.isClosedSimplePath());
+        ASSERT_EQ(4, path.numTriples());
+        // The position's location lies on the curve at t, so t is its nearest parameter, where the dragged
+        // curve must now pass through the target.
+        EXPECT_LT(distance(pointAt(path, row.index, row.t), target), 1e-9);
+        for (SimplePathVertex* v : verticesOf({&path})) {
+            EXPECT_EQ(0u, old.count(v));
+        }
+        auto const now = locationsOf(path);
+        for (Loc const& t : now) {
+            EXPECT_EQ(SimplePathVertexTriple::inferTripleMode(t.first, t.anchor, t.last), t.mode);
+        }
+        Loc const& was = triples[static_cast<std::size_t>(row.untouched)];
+        Loc const& is = now[static_cast<std::size_t>(row.untouched)];
+        EXPECT_EQ((Loc{was.first, was.anchor, was.last, is.mode}), is);
+    }
+}
+
+// Vertices that name no suitable triple (a handle or a foreign anchor, three vertices of different
+// triples), positions off the path, a target that is not a number, and joins of what cannot be joined:
+// each call fails and leaves the paths and the change instruction as they were. A failed insertion is the
+// exception: it records its position transform first of all, so that stays.
+TEST(VertexEditing, BadArgumentsFailAndChangeNothing) {
+    SimplePath path = wiggly(4), other = wiggly(4), first, closed = wiggly(3, 1), single = wiggly(1);
+    PHashablePointer<SimplePath> firstPath(&first), none, p(&path), o(&other), c(&closed), s(&single);
+    SimplePathVertexTriple const t0 = path.getTripleList()[0], t1 = path.getTripleList()[1];
+    SimplePathVertex* foreign = other.getTripleList()[1].anchor;
+    SimplePathVertex* const end = path.getTripleList()[3].anchor;
+    SimplePathVertex* const otherEnd = other.getTripleList()[0].anchor;
+    SimplePathVertex* const closedEnd = closed.getTripleList()[0].anchor;
+    auto const vertices = verticesOf({&path, &other, &closed});
+    SimplePathChangeInstruction change, inserting;
+    DPoint const q(1, 2);
+    std::vector<std::function<SimplePath::Result()>> calls = {
+        [&] { return path.addVertexAtPosition(at(path, -1, 0.5), inserting); },
+        [&] { return path.addVertexAtPosition(at(path, 3, 0.5), inserting); }, // off the last anchor
+        [&] { return path.addVertexAtPosition(at(path, 4, 0.0), inserting); },
+        [&] { return path.addVertexAtPosition(at(path, 0, kNaN), inserting); },
+        [&] { return closed.addVertexAtPosition(at(closed, 3, 0.0), inserting); },
+        [&] { return path.deleteVertex(t1.first, change); },
+        [&] { return path.deleteVertex(foreign, change); },
+        [&] { return path.changeTriple(t1.first, q, t1.anchor, q, t0.last, q, Mode::Smooth, change); },
+        [&] { return path.changeTriple(t1.last, q, t1.anchor, q, t1.first, q, Mode::Smooth, change); },
+        [&] { return path.splitVertex(t1.last, change, firstPath, firstPath); },
+        [&] { return path.splitVertex(foreign, change, firstPath, firstPath); },
+        [&] { return path.splitVertex(nullptr, change, firstPath, firstPath); },
+        [&] { return path.splitVertex(t1.anchor, change, firstPath, none); },
+        [&] { return path.dragToPoint(at(path, 1, 0.5), DPoint(kNaN, 0)); },
+        [&] { return path.dragToPoint(at(path, 3, 0.0), q); }, // the last anchor starts no segment
+        [&] { return path.dragToPoint(at(path, -1, 0.5), q); },
+        [&] { return SimplePath::join(c, closedEnd, o, otherEnd, change, firstPath); },
+        [&] { return SimplePath::join(p, end, c, closedEnd, change, firstPath); },
+        [&] { return SimplePath::join(s, single.getTripleList()[0].anchor, o, otherEnd, change, firstPath); },
+        [&] { return SimplePath::join(p, path.getTripleList()[3].last, o, otherEnd, change, firstPath); },
+        [&] { return SimplePath::join(p, end, o, foreign, change, firstPath); }, // a middle anchor
+        [&] { return SimplePath::join(p, otherEnd, o, otherEnd, change, firstPath); },
+        [&] { return SimplePath::join(p, end, p, t0.anchor, change, firstPath); }, // a path with itself
+        [&] { return SimplePath::join(p, end, o, otherEnd, change, o); }};         // into an input
+    for (Setter setter : {Smooth, Symmetric, Cusp, Straight}) {
+        calls.push_back([&, setter] { return (path.*setter)(foreign, change); });
+    }
+    for (std::size_t i = 0; i < calls.size(); ++i) {
+        SCOPED_TRACE(i);
+        EXPECT_EQ(SimplePath::Failure, calls[i]());
+        EXPECT_EQ(locationsOf(wiggly(4)), locationsOf(path));
+        EXPECT_EQ(locationsOf(wiggly(4)), locationsOf(other));
+        EXPECT_EQ(locationsOf(wiggly(3, 1)), locationsOf(closed));
+        EXPECT_EQ(vertices, verticesOf({&path, &other, &closed}));
+        EXPECT_EQ(0, first.numTriples());
+        std::list<PHashablePointer<SimplePath>> paths;
+        change.simplePathsRemoved(paths);
+        EXPECT_TRUE(paths.empty() && added(change).empty() && removed(change).empty());
+        EXPECT_EQ(0u, change.numPositionTransforms());
+    }
+    EXPECT_EQ(5u, inserting.numPositionTransforms()); // one for each failed insertion
+    EXPECT_TRUE(added(inserting).empty());
+}
