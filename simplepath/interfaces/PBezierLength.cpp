@@ -607,11 +607,12 @@ struct LengthPlan {
 // The zeros of h(t) = E0 + E1 t + E2 t^2 (complex coefficients; x' is the real and y' the imaginary part)
 // come from the cancellation-free quadratic formula in complex arithmetic, z1 = q / E2 and z2 = E0 / q with
 // q = -(E1 + s) / 2, s the square root of the discriminant that adds to E1 without cancelling. The
-// coefficients are first scaled to magnitude 1 (zeros do not depend on the scale), so nothing overflows or
-// underflows. A degenerate hodograph (E2 = 0, or E2 = E1 = 0) divides by zero and yields NaN or infinite
-// zeros, which are ignored like the zeros they stand for (there are fewer). A zero at most kCuspDistance
-// from the real axis is a real double zero of |B'|^2: |B'| is then |t - x| times an analytic function, so
-// it is no singularity at all; inside (0, 1) it is a kink, where the interval must be cut.
+// coefficients are first scaled by a power of two to magnitude about 1 (zeros do not depend on the scale),
+// so nothing overflows or underflows. A degenerate hodograph (E2 = 0, or E2 = E1 = 0) divides by zero and
+// yields NaN or infinite zeros, which are ignored like the zeros they stand for (there are fewer). A zero at
+// most kCuspDistance from the real axis is a real double zero of |B'|^2: |B'| is then |t - x| times an
+// analytic function, so it is no singularity at all; inside (0, 1) it is a kink, where the interval must be
+// cut.
 template <int N> void planLengths(Hodograph const* h, LengthPlan* plans) {
     using V = Wide<N>;
     constexpr double kCuspDistance = 1e-8;
@@ -655,7 +656,7 @@ template <int N> void planLengths(Hodograph const* h, LengthPlan* plans) {
         V const kink = select(off, V(-1.0), select((zx[j] > V(0.0)) & (V(1.0) > zx[j]), zx[j], V(-1.0)));
         V const x1 = x - V(1.0);
         V const near = x * x + y2, far = x1 * x1 + y2;
-        sum = min(near + far + V(2.0) * sqrt(near * far), sum);
+        sum = min(near + far + V(2.0) * sqrt(near * far), sum); // a NaN candidate leaves sum as it was
         for (int i = 0; i < N; ++i) {
             LengthPlan &pa = plans[2 * i], &pb = plans[2 * i + 1];
             pa.zx[j] = x.p[i].lo(), pb.zx[j] = x.p[i].hi();
