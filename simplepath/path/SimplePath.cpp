@@ -25,12 +25,6 @@ SimplePathVertex* copyOrNull(SimplePathVertex const* vertex) {
     return copy;
 }
 
-void deleteVertices(SimplePathVertexTriple const& triple) {
-    delete triple.first;
-    delete triple.anchor;
-    delete triple.last;
-}
-
 } // namespace
 
 SimplePath::SimplePath(SimplePath const& other) : closed(other.closed) {
@@ -82,7 +76,7 @@ void SimplePath::appendCopiesOf(SimplePathTripleList const& source) {
                 copy.first = copyOrNull(triple.first);
                 copy.last = copyOrNull(triple.last);
             } catch (...) {
-                deleteVertices(copy);
+                deleteTripleVertices(copy);
                 throw;
             }
         }
@@ -92,7 +86,7 @@ void SimplePath::appendCopiesOf(SimplePathTripleList const& source) {
 
 void SimplePath::deleteAllTriples() {
     for (SimplePathVertexTriple const& triple : tripleList) {
-        deleteVertices(triple);
+        deleteTripleVertices(triple);
     }
     tripleList.removeAll();
 }

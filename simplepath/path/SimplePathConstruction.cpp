@@ -21,9 +21,7 @@ bool SimplePath::insertNewTriple(int index, DPoint const& first, DPoint const& a
             tripleList.insert(tripleList.iteratorAt(index), triple);
         }
     } catch (std::bad_alloc const&) {
-        delete triple.first;
-        delete triple.anchor;
-        delete triple.last;
+        deleteTripleVertices(triple);
         return false;
     }
     made = triple;

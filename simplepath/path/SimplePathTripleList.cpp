@@ -21,9 +21,7 @@ SimplePathTripleList& SimplePathTripleList::operator=(SimplePathTripleList&& oth
 SimplePathTripleList::~SimplePathTripleList() {
     // Front to back, and within a triple first, anchor, last; deleting a null pointer is a no-op.
     for (SimplePathVertexTriple const& triple : triples) {
-        delete triple.first;
-        delete triple.anchor;
-        delete triple.last;
+        deleteTripleVertices(triple);
     }
 }
 

@@ -29,9 +29,7 @@ bool copyTriple(SimplePathVertexTriple const& source, SimplePathVertexTriple& ou
     SimplePathVertexTriple copy(source.first->copy(), source.anchor->copy(), source.last->copy(),
                                 SimplePathVertexTriple::Smooth);
     if (copy.first == nullptr || copy.anchor == nullptr || copy.last == nullptr) {
-        delete copy.first;
-        delete copy.anchor;
-        delete copy.last;
+        deleteTripleVertices(copy);
         return false;
     }
     out = copy;
@@ -135,9 +133,7 @@ SimplePath::Result SimplePath::insertAtPosition(SimplePathPosition const& positi
             tripleList.insert(tripleList.iteratorAt(index), inserted);
         } catch (std::bad_alloc const&) {
             if (given == nullptr) {
-                delete inserted.first;
-                delete inserted.anchor;
-                delete inserted.last;
+                deleteTripleVertices(inserted);
             }
             return Failure;
         }

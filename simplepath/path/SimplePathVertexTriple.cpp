@@ -1,5 +1,7 @@
 #include "simplepath/path/SimplePathVertexTriple.h"
 
+#include "simplepath/path/SimplePathVertex.h"
+
 #include <cstdint>
 #include <utility>
 
@@ -45,4 +47,10 @@ SimplePathVertexTriple::inferTripleMode(DPoint const& first, DPoint const& ancho
     DVector const out = last - anchor;
     // A NaN cross product is "not exactly zero" as well, so broken coordinates come out as Cusp.
     return in.cross(out) != 0.0 ? Cusp : Smooth;
+}
+
+void deleteTripleVertices(SimplePathVertexTriple const& triple) {
+    delete triple.first;
+    delete triple.anchor;
+    delete triple.last;
 }

@@ -49,4 +49,9 @@ struct SimplePathVertexTriple {
     static VertexTripleMode inferTripleMode(DPoint const& first, DPoint const& anchor, DPoint const& last);
 };
 
+// Deletes the three vertex objects a triple refers to (null ones are skipped), first, anchor, last. For
+// the owner of the triple only: the triple itself is left holding dangling pointers.
+void deleteTripleVertices(SimplePathVertexTriple const& triple);
+
+
 static_assert(sizeof(void*) != 8 || sizeof(SimplePathVertexTriple) == 32, "a triple packs into 32 bytes");
