@@ -42,7 +42,7 @@ int main(int argc, char** argv) {
     }
     PString name;
     int const status = in.readString(name);
-    std::printf("wrote and read back %d points (coordinate sum %.0f) and the name \"%s\" (status %d)\n", count, sum,
-                name.c_str(), status);
+    std::printf("wrote and read back %d points (coordinate sum %.0f) and the name \"%s\" (status %d)\n",
+                count, sum, name.c_str(), status);
     return status;
 }

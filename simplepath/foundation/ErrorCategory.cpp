@@ -2,7 +2,9 @@
 
 namespace detail {
 
-char const* Orlan_Error_category::name() const noexcept { return "Vector Files - Error"; }
+char const* Orlan_Error_category::name() const noexcept {
+    return "Vector Files - Error";
+}
 
 std::string Orlan_Error_category::message(int code) const {
     switch (code) {

@@ -7,7 +7,7 @@ namespace detail {
 
 // The library's error category. Codes: 1000 not implemented, 1001 value not found, 1002 no storage.
 class Orlan_Error_category : public std::error_category {
-public:
+  public:
     char const* name() const noexcept override;
     std::string message(int code) const override;
 };

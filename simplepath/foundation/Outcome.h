@@ -9,9 +9,8 @@ namespace vasta {
 
 // A value together with an error code: success carries error value 0, failure a code of the library's
 // error category and no meaningful value.
-template <class T>
-class outcome {
-public:
+template <class T> class outcome {
+  public:
     outcome(T value) : value_(std::move(value)) {}
     outcome(std::error_code error) : value_(), error_(error) {}
 
@@ -23,7 +22,7 @@ public:
     T& value() { return value_; }
     std::error_code const& error() const { return error_; }
 
-private:
+  private:
     T value_;
     std::error_code error_;
 };

@@ -8,9 +8,8 @@
 // handle to let go deletes the object through its virtual destructor. The block and its count are
 // only touched under the process-wide reference-count lock, and the object is deleted after the lock
 // is released, so a destructor may itself create or drop handles.
-template <class T>
-class PHandle {
-public:
+template <class T> class PHandle {
+  public:
     PHandle() : refCount(new PRefCount(nullptr)) {}
     PHandle(T* object) : refCount(new PRefCount(object)) {}
     PHandle(PHandle const& other) {
@@ -52,8 +51,8 @@ public:
     // Equal when both have a block and the blocks hold the same object (two null handles are equal).
     bool operator==(PHandle const& other) const {
         lockRefCount();
-        bool const equal =
-            refCount != nullptr && other.refCount != nullptr && refCount->pointer() == other.refCount->pointer();
+        bool const equal = refCount != nullptr && other.refCount != nullptr &&
+                           refCount->pointer() == other.refCount->pointer();
         unlockRefCount();
         return equal;
     }
@@ -90,7 +89,7 @@ public:
 
     PRefCount* refCount = nullptr;
 
-private:
+  private:
     std::uintptr_t blockAddress() const {
         lockRefCount();
         auto const address = reinterpret_cast<std::uintptr_t>(refCount);

@@ -8,9 +8,8 @@
 // A typed pointer that can be compared, ordered and hashed, used wherever the library refers to a path
 // it does not own. It never owns and never counts: copying copies the address, destroying it leaves
 // the object alone. Dereferencing checks nothing.
-template <class T>
-class PHashablePointer {
-public:
+template <class T> class PHashablePointer {
+  public:
     PHashablePointer() = default;
     PHashablePointer(T* object) : pointer(object) {}
     PHashablePointer(PHashablePointer const&) = default;
@@ -30,12 +29,10 @@ public:
     bool operator!=(PHashablePointer const& other) const { return pointer != other.pointer; }
     bool operator==(T const* other) const { return pointer == other; }
     bool operator!=(T const* other) const { return pointer != other; }
-    template <class U = T, class = std::enable_if_t<!std::is_const_v<U>>>
-    bool operator==(U* other) const {
+    template <class U = T, class = std::enable_if_t<!std::is_const_v<U>>> bool operator==(U* other) const {
         return pointer == other;
     }
-    template <class U = T, class = std::enable_if_t<!std::is_const_v<U>>>
-    bool operator!=(U* other) const {
+    template <class U = T, class = std::enable_if_t<!std::is_const_v<U>>> bool operator!=(U* other) const {
         return pointer != other;
     }
     bool operator==(std::nullptr_t) const { return pointer == nullptr; }
@@ -52,12 +49,11 @@ public:
 
     T* pointer = nullptr;
 
-private:
+  private:
     std::uintptr_t address() const { return reinterpret_cast<std::uintptr_t>(pointer); }
 };
 
-template <class T>
-struct std::hash<PHashablePointer<T>> {
+template <class T> struct std::hash<PHashablePointer<T>> {
     std::size_t operator()(PHashablePointer<T> const& p) const noexcept {
         return static_cast<std::size_t>(static_cast<unsigned>(p.hash()));
     }

@@ -5,8 +5,7 @@
 #include <type_traits>
 
 // A node of PList's circle: the value, then the links.
-template <class T>
-struct PListNode {
+template <class T> struct PListNode {
     T value;
     PListNode* next = nullptr;
     PListNode* prev = nullptr;
@@ -19,13 +18,11 @@ struct PListNode {
 // Iterators run from their starting node to the end of the list (the tail for forward iterators, the
 // head for reverse ones); removing the element an iterator stands on through remove(iterator&)
 // advances that iterator.
-template <class T>
-class PList {
+template <class T> class PList {
     using Node = PListNode<T>;
 
-    template <class V, bool Reverse>
-    class Iter {
-    public:
+    template <class V, bool Reverse> class Iter {
+      public:
         using iterator_category = std::bidirectional_iterator_tag;
         using value_type = T;
         using difference_type = std::ptrdiff_t;
@@ -55,15 +52,14 @@ class PList {
         bool operator!=(Iter const& other) const { return node_ != other.node_; }
         Node* node() const { return node_; }
 
-    private:
-        template <class, bool>
-        friend class Iter;
+      private:
+        template <class, bool> friend class Iter;
         friend class PList;
         Node* node_ = nullptr;
         long remaining_ = 0;
     };
 
-public:
+  public:
     using iterator = Iter<T, false>;
     using const_iterator = Iter<T const, false>;
     using reverse_iterator = Iter<T, true>;
@@ -157,8 +153,7 @@ public:
             unlinkAndFree(getNode(index));
         }
     }
-    template <class V, bool R>
-    void remove(Iter<V, R>& position) {
+    template <class V, bool R> void remove(Iter<V, R>& position) {
         Node* const node = position.node_;
         if (node == nullptr) {
             return;
@@ -231,7 +226,9 @@ public:
     const_reverse_iterator rbegin() const { return rit(count - 1); }
     const_reverse_iterator rend() const { return {}; }
     // Forward from index to the tail.
-    iterator it(int index) { return index >= 0 && index < count ? iterator(getNode(index), count - index) : end(); }
+    iterator it(int index) {
+        return index >= 0 && index < count ? iterator(getNode(index), count - index) : end();
+    }
     const_iterator it(int index) const {
         return index >= 0 && index < count ? const_iterator(getNode(index), count - index) : end();
     }
@@ -275,7 +272,7 @@ public:
     Node* head = nullptr;
     std::int32_t count = 0;
 
-private:
+  private:
     static void linkBefore(Node* node, Node* at) {
         node->next = at;
         node->prev = at->prev;

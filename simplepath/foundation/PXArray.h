@@ -16,9 +16,8 @@
 // Access through the non-const operator[] and get() extends the array to the index. The const
 // operator[](int) deliberately reads any slot below allocLength (not only below length) and gives
 // `empty` beyond it; a negative index reads slot 0.
-template <class T>
-class PXArray {
-public:
+template <class T> class PXArray {
+  public:
     using size_type = std::uint64_t;
 
     PXArray() = default;
@@ -65,12 +64,12 @@ public:
     T const& operator[](size_type i) const { return i < allocLength_ ? data[i] : empty; }
     // Other integer types (long, unsigned, ...) resolve here instead of being ambiguous.
     template <class I, class = std::enable_if_t<std::is_integral_v<I> && !std::is_same_v<I, int> &&
-                                                 !std::is_same_v<I, size_type> && !std::is_same_v<I, bool>>>
+                                                !std::is_same_v<I, size_type> && !std::is_same_v<I, bool>>>
     T& operator[](I i) {
         return (*this)[i < 0 ? size_type(0) : static_cast<size_type>(i)];
     }
     template <class I, class = std::enable_if_t<std::is_integral_v<I> && !std::is_same_v<I, int> &&
-                                                 !std::is_same_v<I, size_type> && !std::is_same_v<I, bool>>>
+                                                !std::is_same_v<I, size_type> && !std::is_same_v<I, bool>>>
     T const& operator[](I i) const {
         return (*this)[i < 0 ? size_type(0) : static_cast<size_type>(i)];
     }
@@ -249,7 +248,7 @@ public:
     T* data = nullptr;
     T empty{};
 
-private:
+  private:
     T& extendTo(size_type i) {
         if (i >= length_) {
             if (i >= allocLength_) {
@@ -306,7 +305,7 @@ private:
         }
     }
 
-public:
+  public:
     // Field names as the layout gives them; length and allocLength are reached through the members above.
     size_type allocLength_ = 0;
     size_type length_ = 0;

@@ -57,9 +57,13 @@ int BinaryDeserializer::readDouble(double& value) {
     return 0;
 }
 
-int BinaryDeserializer::readCoordinate(double& value) { return readDouble(value); }
+int BinaryDeserializer::readCoordinate(double& value) {
+    return readDouble(value);
+}
 
-int BinaryDeserializer::readByte(std::uint8_t& value) { return readBytes(&value, 1); }
+int BinaryDeserializer::readByte(std::uint8_t& value) {
+    return readBytes(&value, 1);
+}
 
 int BinaryDeserializer::readString(PString& value) {
     std::int32_t length = 0;

@@ -8,7 +8,7 @@
 // stream error returns status 1 and never throws. Strings are read in bounded chunks, so a hostile
 // length costs no more memory than the stream really holds.
 class BinaryDeserializer : public Deserializer {
-public:
+  public:
     explicit BinaryDeserializer(std::istream& in) : in_(in) {}
 
     int readInt(std::int32_t& value) override;
@@ -17,7 +17,7 @@ public:
     int readByte(std::uint8_t& value) override;
     int readString(PString& value) override;
 
-private:
+  private:
     int readBytes(unsigned char* bytes, std::size_t count);
 
     std::istream& in_;

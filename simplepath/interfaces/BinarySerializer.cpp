@@ -27,7 +27,8 @@ int BinarySerializer::writeBytes(unsigned char const* bytes, std::size_t count) 
 int BinarySerializer::writeInt(std::int32_t value) {
     auto const bits = static_cast<std::uint32_t>(value);
     unsigned char const bytes[4] = {static_cast<unsigned char>(bits), static_cast<unsigned char>(bits >> 8),
-                                    static_cast<unsigned char>(bits >> 16), static_cast<unsigned char>(bits >> 24)};
+                                    static_cast<unsigned char>(bits >> 16),
+                                    static_cast<unsigned char>(bits >> 24)};
     return writeBytes(bytes, 4);
 }
 
@@ -41,9 +42,13 @@ int BinarySerializer::writeDouble(double value) {
     return writeBytes(bytes, 8);
 }
 
-int BinarySerializer::writeCoordinate(double value) { return writeDouble(value); }
+int BinarySerializer::writeCoordinate(double value) {
+    return writeDouble(value);
+}
 
-int BinarySerializer::writeByte(std::uint8_t value) { return writeBytes(&value, 1); }
+int BinarySerializer::writeByte(std::uint8_t value) {
+    return writeBytes(&value, 1);
+}
 
 int BinarySerializer::writeString(PString const& value) {
     std::string const& text = value.str();

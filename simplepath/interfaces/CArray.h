@@ -5,9 +5,8 @@
 // The application framework's growable array, used by the legacy curve family.
 // Indices are int. Members that take a range ignore an index outside the array instead of
 // corrupting memory; element access (operator[], GetAt, SetAt) requires a valid index.
-template <class TYPE, class ARG_TYPE = TYPE const&>
-class CArray {
-public:
+template <class TYPE, class ARG_TYPE = TYPE const&> class CArray {
+  public:
     CArray() = default;
 
     int GetSize() const { return static_cast<int>(items_.size()); }
@@ -57,6 +56,6 @@ public:
     TYPE* GetData() { return items_.data(); }
     TYPE const* GetData() const { return items_.data(); }
 
-private:
+  private:
     std::vector<TYPE> items_;
 };

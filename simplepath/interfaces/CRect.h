@@ -18,7 +18,7 @@ struct tagRECT {
 using RECT = tagRECT;
 
 class CRect : public tagRECT {
-public:
+  public:
     CRect() = default;
     CRect(std::int32_t l, std::int32_t t, std::int32_t r, std::int32_t b) : tagRECT{l, t, r, b} {}
     explicit CRect(tagRECT const& r) : tagRECT(r) {}

@@ -4,7 +4,7 @@
 
 // A point in the plane. Equality is exact; ordering is lexicographic (x first, then y).
 class DPoint {
-public:
+  public:
     double x = 0.0;
     double y = 0.0;
 
@@ -19,9 +19,21 @@ public:
     constexpr DPoint operator+(DVector const& v) const { return {x + v.x, y + v.y}; }
     constexpr DPoint operator-(DVector const& v) const { return {x - v.x, y - v.y}; }
     constexpr DVector operator-(DPoint const& p) const { return {x - p.x, y - p.y}; }
-    DPoint& operator+=(DVector const& v) { x += v.x; y += v.y; return *this; }
-    DPoint& operator-=(DVector const& v) { x -= v.x; y -= v.y; return *this; }
+    DPoint& operator+=(DVector const& v) {
+        x += v.x;
+        y += v.y;
+        return *this;
+    }
+    DPoint& operator-=(DVector const& v) {
+        x -= v.x;
+        y -= v.y;
+        return *this;
+    }
 };
 
-inline double distance(DPoint const& a, DPoint const& b) { return (b - a).length(); }
-constexpr double squaredDistance(DPoint const& a, DPoint const& b) { return (b - a).squaredLength(); }
+inline double distance(DPoint const& a, DPoint const& b) {
+    return (b - a).length();
+}
+constexpr double squaredDistance(DPoint const& a, DPoint const& b) {
+    return (b - a).squaredLength();
+}

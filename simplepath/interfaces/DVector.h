@@ -4,7 +4,7 @@
 
 // A displacement in the plane. Plain value type; every operation is exact IEEE arithmetic.
 class DVector {
-public:
+  public:
     double x = 0.0;
     double y = 0.0;
 
@@ -16,9 +16,21 @@ public:
     constexpr DVector operator-() const { return {-x, -y}; }
     constexpr DVector operator*(double s) const { return {x * s, y * s}; }
     constexpr DVector operator/(double s) const { return {x / s, y / s}; }
-    DVector& operator+=(DVector const& v) { x += v.x; y += v.y; return *this; }
-    DVector& operator-=(DVector const& v) { x -= v.x; y -= v.y; return *this; }
-    DVector& operator*=(double s) { x *= s; y *= s; return *this; }
+    DVector& operator+=(DVector const& v) {
+        x += v.x;
+        y += v.y;
+        return *this;
+    }
+    DVector& operator-=(DVector const& v) {
+        x -= v.x;
+        y -= v.y;
+        return *this;
+    }
+    DVector& operator*=(double s) {
+        x *= s;
+        y *= s;
+        return *this;
+    }
     constexpr bool operator==(DVector const& v) const { return x == v.x && y == v.y; }
     constexpr bool operator!=(DVector const& v) const { return !(*this == v); }
 
@@ -39,4 +51,6 @@ public:
     constexpr DVector ortho() const { return {-y, x}; }
 };
 
-constexpr DVector operator*(double s, DVector const& v) { return v * s; }
+constexpr DVector operator*(double s, DVector const& v) {
+    return v * s;
+}

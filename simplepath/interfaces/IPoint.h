@@ -2,7 +2,7 @@
 
 // An integer point, as the host's device coordinates use.
 class IPoint {
-public:
+  public:
     int x = 0;
     int y = 0;
 

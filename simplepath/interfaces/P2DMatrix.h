@@ -3,10 +3,10 @@
 #include "simplepath/interfaces/DPoint.h"
 
 // A 2-D affine matrix in frame form: p' = origin + p.x * xAxis + p.y * yAxis.
-// As a 3x3 matrix: row 0 = (xAxis.x, yAxis.x, origin.x), row 1 = (xAxis.y, yAxis.y, origin.y), row 2 = (0, 0, 1).
-template <class T>
-class P2DMatrix {
-public:
+// As a 3x3 matrix: row 0 = (xAxis.x, yAxis.x, origin.x), row 1 = (xAxis.y, yAxis.y, origin.y), row 2 = (0, 0,
+// 1).
+template <class T> class P2DMatrix {
+  public:
     P2DMatrix() = default;
     P2DMatrix(DPoint const& originPoint, DVector const& xAxisVector, DVector const& yAxisVector)
         : origin_(originPoint), xAxis_(xAxisVector), yAxis_(yAxisVector) {}
@@ -18,7 +18,9 @@ public:
         return {v.x * xAxis_.x + v.y * yAxis_.x, v.x * xAxis_.y + v.y * yAxis_.y};
     }
     // The right operand applies first: (A * B) * p == A * (B * p).
-    P2DMatrix operator*(P2DMatrix const& m) const { return {*this * m.origin_, *this * m.xAxis_, *this * m.yAxis_}; }
+    P2DMatrix operator*(P2DMatrix const& m) const {
+        return {*this * m.origin_, *this * m.xAxis_, *this * m.yAxis_};
+    }
     bool operator==(P2DMatrix const& m) const {
         return origin_ == m.origin_ && xAxis_ == m.xAxis_ && yAxis_ == m.yAxis_;
     }
@@ -53,7 +55,7 @@ public:
     DVector const& xAxis() const { return xAxis_; }
     DVector const& yAxis() const { return yAxis_; }
 
-private:
+  private:
     DPoint origin_{0.0, 0.0};
     DVector xAxis_{1.0, 0.0};
     DVector yAxis_{0.0, 1.0};

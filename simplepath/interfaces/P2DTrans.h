@@ -6,15 +6,19 @@
 
 // An affine transform built step by step. Each step composes after what the transform already does.
 class P2DTrans {
-public:
+  public:
     P2DTrans() = default;
     // Maps (x, y) to (a*x + b*y + tx, c*x + d*y + ty).
     P2DTrans(double a, double b, double c, double d, double tx = 0.0, double ty = 0.0)
         : matrix_(DPoint(tx, ty), DVector(a, c), DVector(b, d)) {}
     explicit P2DTrans(P2DMatrix<double> const& m) : matrix_(m) {}
 
-    P2DTrans& xScale(double s) { return then(P2DMatrix<double>(DPoint(), DVector(s, 0.0), DVector(0.0, 1.0))); }
-    P2DTrans& yScale(double s) { return then(P2DMatrix<double>(DPoint(), DVector(1.0, 0.0), DVector(0.0, s))); }
+    P2DTrans& xScale(double s) {
+        return then(P2DMatrix<double>(DPoint(), DVector(s, 0.0), DVector(0.0, 1.0)));
+    }
+    P2DTrans& yScale(double s) {
+        return then(P2DMatrix<double>(DPoint(), DVector(1.0, 0.0), DVector(0.0, s)));
+    }
     P2DTrans& rotate(double radians) {
         double const c = std::cos(radians);
         double const s = std::sin(radians);
@@ -35,7 +39,7 @@ public:
     P2DTrans inverse() const { return P2DTrans(matrix_.inverse()); }
     P2DMatrix<double> const& matrix() const { return matrix_; }
 
-private:
+  private:
     P2DTrans& then(P2DMatrix<double> const& step) {
         matrix_ = step * matrix_;
         return *this;

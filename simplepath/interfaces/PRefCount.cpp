@@ -9,5 +9,9 @@ std::mutex& refCountMutex() {
 }
 } // namespace
 
-void lockRefCount() { refCountMutex().lock(); }
-void unlockRefCount() { refCountMutex().unlock(); }
+void lockRefCount() {
+    refCountMutex().lock();
+}
+void unlockRefCount() {
+    refCountMutex().unlock();
+}

@@ -3,7 +3,7 @@
 // The control block of a reference-counted handle: the object pointer and its count.
 // The block does no locking itself; callers hold the process-wide lock below while they touch it.
 class PRefCount {
-public:
+  public:
     explicit PRefCount(void* object) : object_(object) {}
     PRefCount(PRefCount const&) = delete;
     PRefCount& operator=(PRefCount const&) = delete;
@@ -17,7 +17,7 @@ public:
     long value() const { return count_; }
     void* pointer() const { return object_; }
 
-private:
+  private:
     void* object_;
     long count_ = 1;
 };

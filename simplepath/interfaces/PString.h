@@ -5,7 +5,7 @@
 
 // A UTF-8 string value.
 class PString {
-public:
+  public:
     PString() = default;
     PString(char const* text) : value_(text != nullptr ? text : "") {}
     PString(std::string text) : value_(std::move(text)) {}
@@ -18,6 +18,6 @@ public:
     bool operator==(PString const& s) const { return value_ == s.value_; }
     bool operator!=(PString const& s) const { return value_ != s.value_; }
 
-private:
+  private:
     std::string value_;
 };

@@ -4,9 +4,10 @@
 
 #include <cstdint>
 
-// Where a path is written to. Implemented by the host (or BinarySerializer). Each member returns 0 on success.
+// Where a path is written to. Implemented by the host (or BinarySerializer). Each member returns 0 on
+// success.
 class Serializer {
-public:
+  public:
     virtual ~Serializer() = default;
     virtual int writeInt(std::int32_t value) = 0;
     virtual int writeCoordinate(double value) = 0;

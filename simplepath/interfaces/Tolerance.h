@@ -6,8 +6,12 @@
 
 // Tolerance comparisons used throughout the library. A tolerance of 0.0 tests exact equality.
 // NaN never compares equal to anything, whatever the tolerance.
-inline bool IS_EQUAL(double a, double b, double tolerance) { return std::fabs(a - b) <= tolerance; }
-inline bool IS_ZERO(double a, double tolerance) { return std::fabs(a) <= tolerance; }
+inline bool IS_EQUAL(double a, double b, double tolerance) {
+    return std::fabs(a - b) <= tolerance;
+}
+inline bool IS_ZERO(double a, double tolerance) {
+    return std::fabs(a) <= tolerance;
+}
 inline bool isEqual(DPoint const& p, DPoint const& q, double tolerance) {
     return IS_EQUAL(p.x, q.x, tolerance) && IS_EQUAL(p.y, q.y, tolerance);
 }

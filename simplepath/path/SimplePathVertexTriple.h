@@ -53,5 +53,4 @@ struct SimplePathVertexTriple {
 // the owner of the triple only: the triple itself is left holding dangling pointers.
 void deleteTripleVertices(SimplePathVertexTriple const& triple);
 
-
 static_assert(sizeof(void*) != 8 || sizeof(SimplePathVertexTriple) == 32, "a triple packs into 32 bytes");
