@@ -65,12 +65,24 @@ int nothingWithin(Session& session, std::string const& what, double tolerance, D
     return session.fail("no " + what + " within " + within + " of " + describePoint(session, point));
 }
 
+namespace {
+
+// The path an index target names: --path, or path 0 when none is given.
+int indexedPath(Session& session, Target const& target, std::size_t& path) {
+    if (int const code = checkPath(session, target.path.value_or(0)); code != kExitOk) {
+        return code;
+    }
+    path = static_cast<std::size_t>(target.path.value_or(0));
+    return kExitOk;
+}
+
+} // namespace
+
 int resolveVertex(Session& session, Target const& target, VertexTarget& out) {
     if (target.vertex) {
-        if (int const code = checkPath(session, target.path.value_or(0)); code != kExitOk) {
+        if (int const code = indexedPath(session, target, out.path); code != kExitOk) {
             return code;
         }
-        out.path = static_cast<std::size_t>(target.path.value_or(0));
         SimplePath const& path = *session.paths[out.path];
         SimplePathVertexTriple triple;
         if (path.getTriple(*target.vertex, triple) != SimplePath::Success) {
@@ -102,10 +114,9 @@ int resolveVertex(Session& session, Target const& target, VertexTarget& out) {
 
 int resolvePosition(Session& session, Target const& target, PositionTarget& out) {
     if (target.position) {
-        if (int const code = checkPath(session, target.path.value_or(0)); code != kExitOk) {
+        if (int const code = indexedPath(session, target, out.path); code != kExitOk) {
             return code;
         }
-        out.path = static_cast<std::size_t>(target.path.value_or(0));
         int const segments = segmentCount(*session.paths[out.path]);
         if (target.position->segment < 0 || target.position->segment >= segments) {
             return session.fail("segment " + std::to_string(target.position->segment) +
