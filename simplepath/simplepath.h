@@ -73,3 +73,6 @@
 #include "simplepath/edit/SimplePathVertexOpTransforms.h"
 #include "simplepath/edit/SplitAnchorTransform.h"
 #include "simplepath/edit/SplitSegmentTransform.h"
+
+// Interaction: path transforms, drawing, pick contexts and snapping
+#include "simplepath/interaction/SimplePathVertexPickAction.h"
