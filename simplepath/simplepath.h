@@ -75,4 +75,11 @@
 #include "simplepath/edit/SplitSegmentTransform.h"
 
 // Interaction: path transforms, drawing, pick contexts and snapping
+#include "simplepath/interaction/CompositeSimplePathTransform.h"
+#include "simplepath/interaction/SimplePathDrawer.h"
+#include "simplepath/interaction/SimplePathDrawerCurveRep.h"
 #include "simplepath/interaction/SimplePathVertexPickAction.h"
+#include "simplepath/interaction/TransformedCurveRep.h"
+#include "simplepath/interaction/XFSimplePathTransform.h"
+#include "simplepath/interaction/XYOffsetSimplePathTransform.h"
+#include "simplepath/interaction/XYScaleSimplePathTransform.h"
