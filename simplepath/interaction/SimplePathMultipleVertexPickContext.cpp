@@ -43,11 +43,6 @@ SimplePathMultipleVertexPickContext::SimplePathMultipleVertexPickContext(PHashab
     for (auto const& [onPath, vertices] : byPath) {
         addRunsOf(onPath, vertices);
     }
-    std::size_t longest = 0;
-    for (auto const& run : runs_) {
-        longest = std::max(longest, run.first.size());
-    }
-    drawModes_.resize(longest);
 }
 
 void SimplePathMultipleVertexPickContext::addRunsOf(PHashablePointer<SimplePath> const& path,
@@ -72,7 +67,8 @@ void SimplePathMultipleVertexPickContext::addRunsOf(PHashablePointer<SimplePath>
         return ThreePoint(t.first->getLocation(), t.anchor->getLocation(), t.last->getLocation(), 0);
     };
     if (closed && count == n) {
-        std::list<ThreePoint> run;
+        std::vector<ThreePoint> run;
+        run.reserve(static_cast<std::size_t>(n));
         for (int i = 0; i < n; ++i) {
             run.push_back(moved(i));
         }
@@ -86,7 +82,7 @@ void SimplePathMultipleVertexPickContext::addRunsOf(PHashablePointer<SimplePath>
         if (!moves[start] || (before >= 0 && moves[before])) {
             continue;
         }
-        std::list<ThreePoint> run;
+        std::vector<ThreePoint> run;
         if (before >= 0) {
             SimplePathVertexTriple const& t = triples[before];
             modes_.push_back(t.mode);
@@ -156,16 +152,17 @@ void SimplePathMultipleVertexPickContext::xorDraw(SimplePathDrawer& drawer) {
         return;
     }
     DVector const delta = editAnchor_ - startAnchor_;
-    auto mode = modes_.begin();
+    // The modes of each run lie one to one with its entries, so the run's share of the modes is passed
+    // as it stands: nothing is copied or allocated per redraw.
+    VertexTripleMode* modes = modes_.data();
     for (auto const& [points, closedRun] : runs_) {
+        VertexTripleMode* const runModes = modes;
+        modes += points.size();
         SimplePathDrawer::CurveRep* const rep = drawer.makeCurveRep();
         if (rep == nullptr) {
-            std::advance(mode, static_cast<long>(points.size())); // the next run keeps its own modes
             continue;
         }
-        std::size_t k = 0;
         for (ThreePoint const& p : points) {
-            drawModes_[k++] = *mode++;
             if (p.fixed != 0) {
                 rep->addTriple(p.before, p.anchor, p.after);
             } else {
@@ -179,7 +176,7 @@ void SimplePathMultipleVertexPickContext::xorDraw(SimplePathDrawer& drawer) {
         }
         // Curve first, then vertices: the reverse of the single context's permanent drawing.
         drawer.drawCurve(rep);
-        drawer.drawCurveVertices(rep, drawModes_.data(), 1, 0);
+        drawer.drawCurveVertices(rep, runModes, 1, 0);
         delete rep;
     }
 }

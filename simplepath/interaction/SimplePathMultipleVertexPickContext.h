@@ -54,9 +54,12 @@ class SimplePathMultipleVertexPickContext {
     // Each run as one curve, moved triples shifted by the drag, then its vertices with their modes.
     void xorDraw(SimplePathDrawer& drawer);
 
-    // The runs as built, for hosts and tests that want to inspect them.
-    std::list<std::pair<std::list<ThreePoint>, int>> const& getRuns() const { return runs_; }
-    std::list<VertexTripleMode> const& getModes() const { return modes_; }
+    // One chain of triples drawn as one curve, and whether that curve closes.
+    using Run = std::pair<std::vector<ThreePoint>, int>;
+    // The runs as built, and the modes of their entries one to one, in run order; for hosts and tests
+    // that want to inspect them.
+    std::vector<Run> const& getRuns() const { return runs_; }
+    std::vector<VertexTripleMode> const& getModes() const { return modes_; }
 
   private:
     void addRunsOf(PHashablePointer<SimplePath> const& path, std::vector<SimplePathVertex*> const& selected);
@@ -74,9 +77,8 @@ class SimplePathMultipleVertexPickContext {
     DPoint editBefore_;
     DPoint editAnchor_;
     DPoint editAfter_;
-    std::list<VertexTripleMode> modes_;
+    // Stored contiguously: a redraw walks every entry at pointer rate.
+    std::vector<VertexTripleMode> modes_;
     SnapKit snapKit_;
-    std::list<std::pair<std::list<ThreePoint>, int>> runs_;
-    // Room for the modes of the longest run, so that drawing allocates nothing.
-    std::vector<VertexTripleMode> drawModes_;
+    std::vector<Run> runs_;
 };

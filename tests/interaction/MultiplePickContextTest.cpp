@@ -59,10 +59,10 @@ ThreePoint back(int i, int p = 0) {
     return ThreePoint(t[0], t[1], t[1], 1);
 }
 
-using RunOf = std::pair<std::list<ThreePoint>, int>;
+using RunOf = Context::Run;
 
-std::list<Mode> modesOf(std::initializer_list<int> indices) {
-    std::list<Mode> modes;
+std::vector<Mode> modesOf(std::initializer_list<int> indices) {
+    std::vector<Mode> modes;
     for (int i : indices) {
         modes.push_back(modeAt(i));
     }
@@ -78,7 +78,7 @@ TEST(MultipleVertexPickContext, RunsAreMaximalChainsFramedByTheirUnmovedNeighbou
                                  {tripleOf(path, 4).last, &path},
                                  {tripleOf(path, 6).anchor, &path}};
     Context context(&path, tripleOf(path, 1).anchor, DPoint(10, 0), selection);
-    std::list<RunOf> const want = {
+    std::vector<RunOf> const want = {
         {{front(0), moved(1), moved(2), back(3)}, 0},
         {{front(3), moved(4), back(5)}, 0},
         {{front(5), moved(6)}, 0},
@@ -91,7 +91,7 @@ TEST(MultipleVertexPickContext, ClosedPathRunsWrapThroughTheEndAndAFullSelection
     SimplePath path = makePath(5, 1);
     Selection const wrap = {{tripleOf(path, 0).anchor, &path}, {tripleOf(path, 4).anchor, &path}};
     Context wrapping(&path, tripleOf(path, 0).anchor, DPoint(0, 0), wrap);
-    EXPECT_EQ(wrapping.getRuns(), (std::list<RunOf>{{{front(3), moved(4), moved(0), back(1)}, 0}}));
+    EXPECT_EQ(wrapping.getRuns(), (std::vector<RunOf>{{{front(3), moved(4), moved(0), back(1)}, 0}}));
     EXPECT_EQ(wrapping.getModes(), modesOf({3, 4, 0, 1}));
 
     Selection all;
@@ -99,7 +99,7 @@ TEST(MultipleVertexPickContext, ClosedPathRunsWrapThroughTheEndAndAFullSelection
         all.emplace_back(tripleOf(path, i).anchor, &path);
     }
     Context whole(&path, tripleOf(path, 0).anchor, DPoint(0, 0), all);
-    EXPECT_EQ(whole.getRuns(), (std::list<RunOf>{{{moved(0), moved(1), moved(2), moved(3), moved(4)}, 1}}));
+    EXPECT_EQ(whole.getRuns(), (std::vector<RunOf>{{{moved(0), moved(1), moved(2), moved(3), moved(4)}, 1}}));
 
     // An open path fully selected is one open run without neighbours.
     SimplePath open = makePath(3, 0);
@@ -108,7 +108,7 @@ TEST(MultipleVertexPickContext, ClosedPathRunsWrapThroughTheEndAndAFullSelection
         openAll.emplace_back(tripleOf(open, i).last, &open);
     }
     Context openWhole(&open, tripleOf(open, 0).anchor, DPoint(0, 0), openAll);
-    EXPECT_EQ(openWhole.getRuns(), (std::list<RunOf>{{{moved(0), moved(1), moved(2)}, 0}}));
+    EXPECT_EQ(openWhole.getRuns(), (std::vector<RunOf>{{{moved(0), moved(1), moved(2)}, 0}}));
 }
 
 TEST(MultipleVertexPickContext, RunsGoPathByPathAndIgnoreVerticesOffTheirPath) {
@@ -120,8 +120,8 @@ TEST(MultipleVertexPickContext, RunsGoPathByPathAndIgnoreVerticesOffTheirPath) {
                                  {tripleOf(a, 1).anchor, PHashablePointer<SimplePath>()},
                                  {nullptr, &a}};
     Context context(&a, tripleOf(a, 0).anchor, DPoint(0, 0), selection);
-    EXPECT_EQ(context.getRuns(), (std::list<RunOf>{{{front(0, 1), moved(1, 1), back(2, 1)}, 0},
-                                                 {{moved(0, 0), back(1, 0)}, 0}}));
+    EXPECT_EQ(context.getRuns(), (std::vector<RunOf>{{{front(0, 1), moved(1, 1), back(2, 1)}, 0},
+                                                     {{moved(0, 0), back(1, 0)}, 0}}));
 }
 
 TEST(MultipleVertexPickContext, XorDrawShiftsMovedTriplesAndDrawsCurveThenVertices) {
@@ -133,10 +133,10 @@ TEST(MultipleVertexPickContext, XorDrawShiftsMovedTriplesAndDrawsCurveThenVertic
     Drawer drawer;
     drawer.modesPerTriple = true;
     context.xorDraw(drawer);
-    EXPECT_EQ(drawer.log, (std::vector<std::string>{"make", "rep0 add (0 0) (0 0) (3 0)",
-                                                    "rep0 add (9 2) (11 2) (14 2)",
-                                                    "rep0 add (18 0) (20 0) (20 0)", "rep0 open", "drawCurve",
-                                                    "drawCurveVertices", "rep0 delete"}));
+    EXPECT_EQ(drawer.log,
+              (std::vector<std::string>{"make", "rep0 add (0 0) (0 0) (3 0)", "rep0 add (9 2) (11 2) (14 2)",
+                                        "rep0 add (18 0) (20 0) (20 0)", "rep0 open", "drawCurve",
+                                        "drawCurveVertices", "rep0 delete"}));
     EXPECT_EQ(drawer.calls[1].modeValues, (std::vector<Mode>{modeAt(0), modeAt(1), modeAt(2)}));
     EXPECT_EQ(drawer.calls[1].first, 1);
     EXPECT_EQ(drawer.calls[1].second, 0);
@@ -188,10 +188,11 @@ TEST(MultipleVertexPickContext, SnapAboutThePickedAnchorAndCommitAsCusp) {
     EXPECT_EQ(context.getSnapKit().getPO(), DPoint(20, 0)); // itself, not the previous anchor
     context.move(DPoint(30, 0.25));
     SimplePathVertexPickAction const action = context.commit();
-    EXPECT_EQ(action.getVertexTriple(), SimplePathVertexTriple(picked.first, picked.anchor, picked.last,
-                                                               SimplePathVertexTriple::Cusp));
-    EXPECT_EQ(action.getLocationTriple(),
-              SimplePathLocationTriple(DPoint(28, 0), DPoint(30, 0), DPoint(33, 0), SimplePathVertexTriple::Cusp));
+    EXPECT_EQ(action.getVertexTriple(),
+              SimplePathVertexTriple(picked.first, picked.anchor, picked.last, SimplePathVertexTriple::Cusp));
+    EXPECT_EQ(
+        action.getLocationTriple(),
+        SimplePathLocationTriple(DPoint(28, 0), DPoint(30, 0), DPoint(33, 0), SimplePathVertexTriple::Cusp));
     context.deleteSnapKit();
     EXPECT_EQ(context.isSnapKitActive(), 0);
     context.offset(DVector(1, 1));
@@ -232,7 +233,8 @@ TEST(MultipleVertexPickContext, InertWhenThePickedVertexIsNotOnThePathAndNeverCh
     Context live1(&path, tripleOf(path, 2).anchor, DPoint(20, 0), all);
     live1.createSnapKit();
     double const nan = std::numeric_limits<double>::quiet_NaN();
-    for (DPoint const& p : {DPoint(25, 7), DPoint(nan, 0), DPoint(std::numeric_limits<double>::infinity(), 1)}) {
+    for (DPoint const& p :
+         {DPoint(25, 7), DPoint(nan, 0), DPoint(std::numeric_limits<double>::infinity(), 1)}) {
         live1.move(p);
         live1.xorDraw(drawer);
     }
