@@ -2,7 +2,7 @@
 
 #include "simplepath/path/SimplePath.h"
 
-#include <algorithm>
+#include <unordered_map>
 #include <unordered_set>
 
 SimplePathMultipleVertexPickContext::SimplePathMultipleVertexPickContext(PHashablePointer<SimplePath> path,
@@ -28,17 +28,18 @@ SimplePathMultipleVertexPickContext::SimplePathMultipleVertexPickContext(PHashab
     }
     // The selection path by path, in the order the paths first appear in it.
     std::vector<std::pair<PHashablePointer<SimplePath>, std::vector<SimplePathVertex*>>> byPath;
-    for (auto const& [vertex, onPath] : selection) {
+    std::unordered_map<SimplePath const*, std::size_t> slotOf;
+    for (auto const& entry : selection) {
+        SimplePathVertex* const vertex = entry.first;
+        PHashablePointer<SimplePath> const& onPath = entry.second;
         if (onPath == nullptr || vertex == nullptr) {
             continue;
         }
-        auto at = std::find_if(byPath.begin(), byPath.end(),
-                               [&](auto const& entry) { return entry.first == onPath; });
-        if (at == byPath.end()) {
+        auto const slot = slotOf.emplace(onPath.getPointer(), byPath.size());
+        if (slot.second) {
             byPath.emplace_back(onPath, std::vector<SimplePathVertex*>());
-            at = byPath.end() - 1;
         }
-        at->second.push_back(vertex);
+        byPath[slot.first->second].second.push_back(vertex);
     }
     for (auto const& [onPath, vertices] : byPath) {
         addRunsOf(onPath, vertices);

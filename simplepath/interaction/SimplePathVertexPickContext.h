@@ -31,7 +31,6 @@ class SimplePathVertexPickContext {
                                 DPoint const& pickPoint, ArbTrans<DPoint>* transform);
     SimplePathVertexPickContext(SimplePathVertexPickContext const&) = default;
     SimplePathVertexPickContext& operator=(SimplePathVertexPickContext const&) = default;
-    ~SimplePathVertexPickContext() = default;
 
     // The pointer is at p: snapped when a snap kit is active, then offset by p - pick point.
     void move(DPoint const& p);
@@ -74,6 +73,9 @@ class SimplePathVertexPickContext {
     virtual void xorDraw(SimplePathDrawer& drawer, int withHandles) const;
     // What the drag leaves alone: the path up to the picked triple, and the picked triple's unchanged side.
     virtual void permDraw(SimplePathDrawer& drawer) const;
+    // Virtual so that a host may delete what createSimilar gives it (or a context of its own derived
+    // type) safely; declared after the drawing members, which keep the first two slots.
+    virtual ~SimplePathVertexPickContext() = default;
 
     // Below this length a dragged handle gives no direction for the opposite handle of a smooth vertex.
     static constexpr double kMinHandleLength = 0.001;

@@ -277,6 +277,17 @@ TEST(VertexPickContext, XorDrawWithHandlesMapsThroughTheTransform) {
     EXPECT_EQ(original->getFinalRep(), nullptr);
     EXPECT_EQ(static_cast<recording::Rep&>(*original).triples[1], tripleAt(1));
     original.reset();
+
+    // Asked without the transform, the rubber band is built in path coordinates and not wrapped.
+    OpenContext open(&path, tripleOf(path, 1).anchor, DPoint(10, 0), &shift);
+    std::unique_ptr<SimplePathDrawer::CurveRep> plain(open.createCurveRep(drawer, 0));
+    EXPECT_EQ(plain->getFinalRep(), nullptr);
+    EXPECT_EQ(static_cast<recording::Rep&>(*plain).triples[1], tripleAt(1));
+    std::unique_ptr<SimplePathDrawer::CurveRep> mapped(open.createCurveRep(drawer, 1));
+    ASSERT_NE(mapped->getFinalRep(), nullptr);
+    EXPECT_EQ(static_cast<recording::Rep&>(*mapped->getFinalRep()).triples[1][1], DPoint(110, 0));
+    plain.reset();
+    mapped.reset();
     EXPECT_EQ(recording::liveReps(), live);
 }
 
