@@ -5,7 +5,7 @@ BENCH_BUILD ?= build-bench
 JOBS        ?= $(shell nproc 2>/dev/null || echo 2)
 CMAKE_FLAGS ?=
 
-.PHONY: all test demo bench asan fuzz deps install-check format clean
+.PHONY: all test demo bench asan fuzz deps install-check format clean editor editor-build editor-test
 
 all: test
 
@@ -55,8 +55,24 @@ fuzz: deps
 install-check: deps
 	bash scripts/install-check.sh
 
+# The browser editor: the library compiled to WebAssembly with the page around it (web/), served on
+# 127.0.0.1, and its browser tests in headless Chromium.
+EDITOR_PORT ?= 8765
+editor-build:
+	@bash scripts/ensure-editor-deps.sh
+	$(MAKE) -C web -j 2
+
+editor: editor-build
+	@echo "simplepath editor: http://127.0.0.1:$(EDITOR_PORT)/  (Ctrl+C stops the server)"
+	python3 -m http.server $(EDITOR_PORT) --bind 127.0.0.1 --directory build-web/site
+
+editor-test:
+	@bash scripts/ensure-editor-deps.sh --npm
+	$(MAKE) -C web -j 2
+	cd web && node tests/run.mjs
+
 format:
 	git ls-files '*.h' '*.cpp' | xargs clang-format -i
 
 clean:
-	rm -rf $(BUILD) $(ASAN_BUILD) $(BENCH_BUILD) build-install build-fuzz
+	rm -rf $(BUILD) $(ASAN_BUILD) $(BENCH_BUILD) build-install build-fuzz build-web
