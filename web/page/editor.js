@@ -53,6 +53,19 @@ function anchorShape(c, mode, x, y, r) {
   else { c.moveTo(x + 2, y); c.arc(x, y, 2, 0, 2 * Math.PI); }                          // unknown: dot
 }
 
+// One cubic segment. A segment whose control polygon fits within half a pixel of its chord is drawn as
+// the chord: the difference cannot show, and rasterising thousands of tiny curves is what makes a long
+// path slow to draw.
+function segment(c, x0, y0, x1, y1, x2, y2, x3, y3) {
+  const dx = x3 - x0, dy = y3 - y0;
+  const length = Math.hypot(dx, dy);
+  if (length < 2) {
+    const far = (x, y) => Math.abs((x - x0) * dy - (y - y0) * dx) > 0.5 * length || Math.abs(x - x0) + Math.abs(y - y0) > 2.5;
+    if (!far(x1, y1) && !far(x2, y2)) { c.lineTo(x3, y3); return; }
+  }
+  c.bezierCurveTo(x1, y1, x2, y2, x3, y3);
+}
+
 function replay(c, rec) {
   let i = 0;
   const n = rec.length;
@@ -61,10 +74,22 @@ function replay(c, rec) {
   const handleDots = new Path2D();
   const rubberVertices = new Path2D();
   const rubberHandles = new Path2D();
+  // Where vertices crowd closer than a marker's size (a long path seen whole), only the first marker in
+  // each small cell of the canvas is drawn, and handles too short to grab are left out: the picture is
+  // the same to the eye and costs a fraction to rasterise. The rubber band is always drawn whole.
+  const taken = new Set();
+  const free = (x, y) => {
+    const key = Math.floor(x / 5) * 65536 + Math.floor(y / 5);
+    if (taken.has(key)) return false;
+    taken.add(key);
+    return true;
+  };
   const addVertex = (mode, bx, by, ax, ay, cx, cy, rubber) => {
+    if (!rubber && !free(ax, ay)) return;
     const lines = rubber ? rubberHandles : handleLines;
-    if (bx !== ax || by !== ay) { lines.moveTo(ax, ay); lines.lineTo(bx, by); handleDots.moveTo(bx + 2, by); handleDots.arc(bx, by, 2, 0, 2 * Math.PI); }
-    if (cx !== ax || cy !== ay) { lines.moveTo(ax, ay); lines.lineTo(cx, cy); handleDots.moveTo(cx + 2, cy); handleDots.arc(cx, cy, 2, 0, 2 * Math.PI); }
+    const shown = (hx, hy) => (rubber ? hx !== ax || hy !== ay : Math.abs(hx - ax) + Math.abs(hy - ay) >= 4);
+    if (shown(bx, by)) { lines.moveTo(ax, ay); lines.lineTo(bx, by); handleDots.moveTo(bx + 2, by); handleDots.arc(bx, by, 2, 0, 2 * Math.PI); }
+    if (shown(cx, cy)) { lines.moveTo(ax, ay); lines.lineTo(cx, cy); handleDots.moveTo(cx + 2, cy); handleDots.arc(cx, cy, 2, 0, 2 * Math.PI); }
     anchorShape(rubber ? rubberVertices : modePaths[mode >= 0 && mode <= 2 ? mode : 3], mode, ax, ay, 3);
   };
   while (i < n) {
@@ -79,11 +104,11 @@ function replay(c, rec) {
         c.moveTo(rec[k + 2], rec[k + 3]);
         for (let t = 1; t < count; t++) {
           const p = k + 6 * (t - 1), q = k + 6 * t;
-          c.bezierCurveTo(rec[p + 4], rec[p + 5], rec[q], rec[q + 1], rec[q + 2], rec[q + 3]);
+          segment(c, rec[p + 2], rec[p + 3], rec[p + 4], rec[p + 5], rec[q], rec[q + 1], rec[q + 2], rec[q + 3]);
         }
         if (closed) {
           const p = k + 6 * (count - 1);
-          c.bezierCurveTo(rec[p + 4], rec[p + 5], rec[k], rec[k + 1], rec[k + 2], rec[k + 3]);
+          segment(c, rec[p + 2], rec[p + 3], rec[p + 4], rec[p + 5], rec[k], rec[k + 1], rec[k + 2], rec[k + 3]);
           c.closePath();
         }
         c.strokeStyle = style.stroke; c.lineWidth = style.width; c.setLineDash(style.dash || []);

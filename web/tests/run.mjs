@@ -206,20 +206,23 @@ test('multi-select-drag', async (page) => {
   const still = await vertexAt(page, 1, 0, 0, 1);
   check(still.x === untouched.x && still.y === untouched.y, 'unselected vertices stay');
   await shot(page, 'multi-select-drag');
-  // A box around the leaf selects its anchors and nothing else.
+  // A box around the drop selects its anchors; the highlight inside it belongs to another element, and a
+  // selection keeps to one element.
   await page.mouse.click(box.x + 5, box.y + 5);
   equal(await S(page, 'selectionSize'), 0, 'a click on empty canvas clears the selection');
-  const leaf = [];
-  for (let p = 0; await S(page, 'vertexScreen', 3, p, 0, 1); p++) {
-    for (let t = 0; await S(page, 'vertexScreen', 3, p, t, 1); t++) leaf.push(await S(page, 'vertexScreen', 3, p, t, 1));
+  const drop = [];
+  let anchors = 0;
+  for (let t = 0; await S(page, 'vertexScreen', 1, 0, t, 1); t++, anchors++) {
+    for (const role of [0, 1, 2]) drop.push(await S(page, 'vertexScreen', 1, 0, t, role));
   }
-  const lo = [Math.min(...leaf.map((q) => q[0])) - 4, Math.min(...leaf.map((q) => q[1])) - 4];
-  const hi = [Math.max(...leaf.map((q) => q[0])) + 4, Math.max(...leaf.map((q) => q[1])) + 4];
+  // Corners beyond the pick tolerance from every vertex, so the press starts a box and not a drag.
+  const lo = [Math.min(...drop.map((q) => q[0])) - 8, Math.min(...drop.map((q) => q[1])) - 8];
+  const hi = [Math.max(...drop.map((q) => q[0])) + 8, Math.max(...drop.map((q) => q[1])) + 8];
   let boxShown = 0;
   await drag(page, { x: box.x + lo[0], y: box.y + lo[1] }, { x: box.x + hi[0], y: box.y + hi[1] }, { steps: 4,
     during: async () => { boxShown = await pixelsNear(page, lo[0], lo[1], 2, 'blue'); } });
   check(boxShown > 0, 'the selection box is drawn during the drag');
-  equal(await S(page, 'selectionSize'), leaf.length, 'a box around the leaf selects its anchors');
+  equal(await S(page, 'selectionSize'), anchors, 'a box around the drop selects its anchors');
   await shot(page, 'box-select');
   equal(await S(page, 'undo'), true, 'the multiple drag undoes in one step');
   equal(await S(page, 'undo'), false, 'and it was the only step');
@@ -346,12 +349,20 @@ test('speed', async (page) => {
     return parts.join('');
   });
   const loads = [];
-  for (let k = 0; k < 3; k++) {
-    check(await page.evaluate((t) => window.editor.openText('big.svg', t), svg), 'the big drawing opens');
-    loads.push(await page.evaluate(() => window.lastOpenMs));
+  for (let k = 0; k < 5; k++) {
+    // From the text to the first frame on screen: parse, paths, first drawing, and the frame after.
+    const [ok, ms] = await page.evaluate(async (t) => {
+      const started = performance.now();
+      const opened = window.editor.openText('big.svg', t);
+      await new Promise((resolve) => requestAnimationFrame(() => setTimeout(resolve, 0)));
+      return [opened, performance.now() - started];
+    }, svg);
+    check(ok, 'the big drawing opens');
+    loads.push(ms);
   }
+  // The least disturbed of five loads: the machine may be busy with other work, which only adds time.
   loads.sort((a, b) => a - b);
-  const load = loads[1];
+  const load = loads[0];
   // Drag one anchor of the first 10,000-vertex path and time each frame: move, rubber band, canvas.
   const a = await vertexAt(page, 0, 0, 5000, 1);
   await page.mouse.move(a.pageX, a.pageY);
@@ -366,6 +377,7 @@ test('speed', async (page) => {
   frames.sort((x, y) => x - y);
   const median = frames[frames.length >> 1];
   const report = { bytes: svg.length, vertices: await S(page, 'vertexCount'), loadMs: +load.toFixed(1),
+                   loadMedianMs: +loads[2].toFixed(1),
                    dragFrameMedianMs: +median.toFixed(3), dragFrameMaxMs: +frames[frames.length - 1].toFixed(3) };
   fs.writeFileSync(path.join(shots, 'speed.json'), JSON.stringify(report, null, 2) + '\n');
   console.log(`    speed: ${JSON.stringify(report)}`);
