@@ -364,6 +364,7 @@ test('speed', async (page) => {
   loads.sort((a, b) => a - b);
   const load = loads[0];
   // Drag one anchor of the first 10,000-vertex path and time each frame: move, rubber band, canvas.
+  await page.evaluate(() => { window.measureFrames = true; });
   const a = await vertexAt(page, 0, 0, 5000, 1);
   await page.mouse.move(a.pageX, a.pageY);
   await page.mouse.down();
