@@ -117,8 +117,9 @@ TEST(Join, EndsConnectStraightOrMergeWhenTheyMeetExactly) {
         SimplePathVertexTriple const keep = a.getTripleList()[oneAtEnd ? 2 : 0];
         SimplePathVertexTriple const gone = b.getTripleList()[twoAtStart ? 0 : 2];
         DPoint const meet = keep.anchor->getLocation();
-        b.translate(touching || nearly ? meet - gone.anchor->getLocation() + DVector(nearly ? 1e-12 : 0.0, 0)
-                                       : DVector(5, 40));
+        EXPECT_EQ(SimplePath::Success, b.translate(touching || nearly ? meet - gone.anchor->getLocation() +
+                                                                            DVector(nearly ? 1e-12 : 0.0, 0)
+                                                                      : DVector(5, 40)));
         DPoint const far = (twoAtStart ? gone.last : gone.first)->getLocation();
         PHashablePointer<SimplePath> p1(&a), p2(&b), result(&joined);
         auto const held = holdPositions({&a, &b});
