@@ -30,4 +30,9 @@ constexpr double kCoincidentHandles = 1e-9;
 // about a dozen operations deep, so 64 ulps keeps every computed curve point inside the widened bound.
 constexpr double kRoundingGuard = 64.0 * std::numeric_limits<double>::epsilon();
 
+// The legacy curve family's one tolerance, for lengths, slopes and angles alike: a magnitude strictly
+// below it counts as zero. Its hosts draw in units of a point or a pixel, where 1e-8 is far below
+// anything visible and far above the rounding of the coordinates they use (below 1e5 in magnitude).
+constexpr double kLegacyFuzz = 1e-8;
+
 } // namespace simplepath_tolerance
