@@ -1,7 +1,7 @@
 #include "simplepath/edit/SplitAnchorTransform.h"
-#include "simplepath/interfaces/detail/Tolerances.h"
 
 #include "simplepath/interfaces/Tolerance.h"
+#include "simplepath/interfaces/detail/Tolerances.h"
 
 SplitAnchorTransform::SplitAnchorTransform(PHashablePointer<SimplePath> const& path, int anchor,
                                            PHashablePointer<SimplePath> const& firstPath,

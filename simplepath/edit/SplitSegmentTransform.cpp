@@ -1,7 +1,7 @@
 #include "simplepath/edit/SplitSegmentTransform.h"
-#include "simplepath/interfaces/detail/Tolerances.h"
 
 #include "simplepath/interfaces/Tolerance.h"
+#include "simplepath/interfaces/detail/Tolerances.h"
 
 SplitSegmentTransform::SplitSegmentTransform(PHashablePointer<SimplePath> const& path, int segment,
                                              double parameter)

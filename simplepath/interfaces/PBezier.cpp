@@ -1,7 +1,7 @@
 #include "simplepath/interfaces/PBezier.h"
-#include "simplepath/interfaces/detail/Tolerances.h"
 
 #include "simplepath/interfaces/detail/PolynomialRoots.h"
+#include "simplepath/interfaces/detail/Tolerances.h"
 
 #include <algorithm>
 #include <cmath>

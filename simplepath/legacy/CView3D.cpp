@@ -1,4 +1,5 @@
 #include "simplepath/legacy/CView3D.h"
+
 #include "simplepath/interfaces/detail/Tolerances.h"
 
 #include <cmath>

@@ -1,4 +1,5 @@
 #include "simplepath/legacy/LineUtilities.h"
+
 #include "simplepath/interfaces/detail/Tolerances.h"
 
 #include <algorithm>

@@ -162,3 +162,28 @@ TEST(Join, EndsConnectStraightOrMergeWhenTheyMeetExactly) {
         freeRemoved(change);
     }
 }
+
+// Guards "Split and join read the given vertices once, before the triple lists they may point into
+// change": the vertices are passed as references into the very lists that the split and the join empty.
+TEST(SplitJoin, VerticesGivenByReferenceIntoTheTripleListsAreReadFirst) {
+    SimplePath path = wiggly(4), first, second;
+    PHashablePointer<SimplePath> firstPath(&first), secondPath(&second);
+    SimplePathVertex* const cut = path.getTripleList()[1].anchor;
+    SimplePathChangeInstruction split;
+    ASSERT_EQ(SimplePath::Success,
+              path.splitVertex(path.getTripleList()[1].anchor, split, firstPath, secondPath));
+    EXPECT_EQ((std::set<SimplePathVertex*>{cut}), removed(split));
+    freeRemoved(split);
+
+    SimplePath joined;
+    EXPECT_EQ(SimplePath::Success, second.translate(DVector(5, 40)));
+    SimplePathVertex* const end1 = first.getTripleList()[1].anchor;
+    SimplePathVertex* const start2 = second.getTripleList()[0].anchor;
+    PHashablePointer<SimplePath> result(&joined);
+    SimplePathChangeInstruction join;
+    ASSERT_EQ(SimplePath::Success, SimplePath::join(firstPath, first.getTripleList()[1].anchor, secondPath,
+                                                    second.getTripleList()[0].anchor, join, result));
+    ASSERT_EQ(5, joined.numTriples());
+    EXPECT_EQ(end1, joined.getTripleList()[1].anchor);
+    EXPECT_EQ(start2, joined.getTripleList()[2].anchor);
+}
