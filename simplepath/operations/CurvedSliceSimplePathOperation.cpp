@@ -3,7 +3,7 @@
 #include "simplepath/edit/SimplePathChangeInstruction.h"
 #include "simplepath/edit/SimplePathRemap.h"
 #include "simplepath/edit/SimplePathVertexOpTransforms.h"
-#include "simplepath/operations/OperationSupport.h"
+#include "simplepath/operations/detail/OperationSupport.h"
 
 using namespace operation_support;
 

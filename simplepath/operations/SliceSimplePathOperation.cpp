@@ -12,7 +12,7 @@
 #include <utility>
 
 #include "simplepath/edit/SimplePathChangeInstruction.h"
-#include "simplepath/operations/OperationSupport.h"
+#include "simplepath/operations/detail/OperationSupport.h"
 
 using namespace operation_support;
 
