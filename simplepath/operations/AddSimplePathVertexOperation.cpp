@@ -1,6 +1,6 @@
 #include "simplepath/operations/AddSimplePathVertexOperation.h"
 
-#include "simplepath/operations/OperationSupport.h"
+#include "simplepath/operations/detail/OperationSupport.h"
 
 using namespace operation_support;
 
@@ -9,7 +9,7 @@ namespace {
 DPoint positionLocation(SimplePath const* path, SimplePathPosition const& position) {
     DPoint out;
     if (path != nullptr) {
-        path->locatePosition(position, out);
+        (void)path->locatePosition(position, out); // a position off the path names the default point
     }
     return out;
 }

@@ -1,6 +1,6 @@
 #include "simplepath/operations/AverageVertexOperation.h"
 
-#include "simplepath/operations/OperationSupport.h"
+#include "simplepath/operations/detail/OperationSupport.h"
 
 using namespace operation_support;
 

@@ -2,7 +2,7 @@
 
 #include "simplepath/edit/SimplePathChangeInstruction.h"
 #include "simplepath/edit/SimplePathVertexOpTransforms.h"
-#include "simplepath/operations/OperationSupport.h"
+#include "simplepath/operations/detail/OperationSupport.h"
 
 using namespace operation_support;
 
@@ -59,7 +59,7 @@ InsertVerticesSimplePathOperation::executeOperation(std::list<PHashablePointer<S
             if (path->insertTriple(t.first, triple.first, t.anchor, triple.anchor, t.last, triple.last,
                                    t.mode, k) != SimplePath::Success) {
                 // Out of memory part way: back to the start, without the triples made so far.
-                path->undo(memento);
+                (void)path->undo(memento); // back to the start, as far as memory allows
                 for (SimplePathVertexTriple const& done : made) {
                     deleteTripleVertices(done);
                 }
@@ -72,7 +72,7 @@ InsertVerticesSimplePathOperation::executeOperation(std::list<PHashablePointer<S
     } else {
         for (SimplePathVertexTriple const& triple : made) {
             if (path->adoptTriple(triple, k) != SimplePath::Success) {
-                path->undo(memento);
+                (void)path->undo(memento); // back to the start, as far as memory allows
                 return EditFailed;
             }
             ++k;

@@ -25,7 +25,8 @@ class SimplePathChangeInstruction;
 class SimplePathOperation {
   public:
     // The numbers are part of the interface: hosts compare them.
-    enum Result {
+    // [[nodiscard]]: an edit whose result is ignored may have failed unseen.
+    enum [[nodiscard]] Result{
         Success = 0,        // the edit was made; the affected paths were appended
         SameVertex = 1,     // a join was asked to join a vertex with itself
         NotJoinable = 2,    // a join found a closed path, or a vertex that is not an end of its path

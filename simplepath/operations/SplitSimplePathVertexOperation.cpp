@@ -1,6 +1,6 @@
 #include "simplepath/operations/SplitSimplePathVertexOperation.h"
 
-#include "simplepath/operations/OperationSupport.h"
+#include "simplepath/operations/detail/OperationSupport.h"
 
 using namespace operation_support;
 
@@ -9,7 +9,7 @@ namespace {
 DPoint positionLocation(SimplePath const* path, SimplePathPosition const& position) {
     DPoint out;
     if (path != nullptr) {
-        path->getSimplePathPositionLocation(position, out);
+        (void)path->getSimplePathPositionLocation(position, out); // off the path: the default point
     }
     return out;
 }
@@ -28,8 +28,8 @@ SplitSimplePathVertexOperation::SplitSimplePathVertexOperation(PHashablePointer<
 
 SplitSimplePathVertexOperation::SplitSimplePathVertexOperation(SplitSimplePathVertexOperation const& other)
     : SimplePathOperation(other), path(other.path), position(other.position),
-      firstPiece(other.createdFirst ? PHashablePointer<SimplePath>() : other.firstPiece),
-      secondPiece(other.createdSecond ? PHashablePointer<SimplePath>() : other.secondPiece) {}
+      firstPiece(other.madeFirst ? PHashablePointer<SimplePath>() : other.firstPiece),
+      secondPiece(other.madeSecond ? PHashablePointer<SimplePath>() : other.secondPiece) {}
 
 SplitSimplePathVertexOperation::~SplitSimplePathVertexOperation() {
     releaseMementos();
@@ -66,11 +66,11 @@ SplitSimplePathVertexOperation::executeOperation(std::list<PHashablePointer<Simp
     }
     if (firstPiece == nullptr) {
         firstPiece = new (std::nothrow) SimplePath();
-        createdFirst = firstPiece != nullptr;
+        createdFirst = madeFirst = firstPiece != nullptr;
     }
     if (secondPiece == nullptr) {
         secondPiece = new (std::nothrow) SimplePath();
-        createdSecond = secondPiece != nullptr;
+        createdSecond = madeSecond = secondPiece != nullptr;
     }
     releaseMementos();
     if (!takeMemento(path, memento) || !takeMemento(firstPiece, firstMemento) ||
@@ -131,11 +131,11 @@ int SplitSimplePathVertexOperation::RetreiveSegIndependentInfo(SegmentIndependen
         record.positionLocation = applied != Applied::No ? positionBefore : positionLocation(path, position);
         record.pieces = 0;
         record.firstPieceLocation = record.secondPieceLocation = DPoint();
-        if (firstPiece != nullptr && !createdFirst) {
+        if (firstPiece != nullptr && !madeFirst) {
             record.firstPieceLocation = referenceLocation(firstPiece);
             record.pieces |= 1;
         }
-        if (secondPiece != nullptr && !createdSecond) {
+        if (secondPiece != nullptr && !madeSecond) {
             record.secondPieceLocation = referenceLocation(secondPiece);
             record.pieces |= 2;
         }

@@ -54,6 +54,8 @@ class SplitSimplePathVertexOperation : public SimplePathOperation {
     SimplePathPosition position;
     PHashablePointer<SimplePath> firstPiece;
     PHashablePointer<SimplePath> secondPiece;
+    bool madeFirst = false; // made by this operation (not given by the caller)
+    bool madeSecond = false;
     bool createdFirst = false; // made by this operation and not yet reported: still ours
     bool createdSecond = false;
     SimplePathVertex* vertex = nullptr; // the anchor cut at, found on each execution

@@ -39,7 +39,9 @@ inline void restoreMemento(PHashablePointer<SimplePath> const& path, SimplePathM
         return;
     }
     if (path != nullptr) {
-        path->undo(memento);
+        // Restoring fails only for a null memento (excluded above) or when memory runs out; the path is
+        // then left as it is and the memento is dropped all the same, as undo cannot report anything.
+        (void)path->undo(memento);
     }
     delete memento;
     memento = nullptr;
@@ -77,7 +79,7 @@ inline DPoint referenceLocation(SimplePath const* path) {
     SimplePathPosition reference;
     DPoint out;
     if (path != nullptr && path->getArbitraryPosition(reference) == SimplePath::Success) {
-        path->locatePosition(reference, out);
+        (void)path->locatePosition(reference, out); // the begin position of a non-empty path is found
     }
     return out;
 }
