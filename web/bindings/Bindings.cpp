@@ -19,6 +19,17 @@ val vertexScreen(EditorSession const& session, int element, int path, int triple
     return out;
 }
 
+val curveScreen(EditorSession const& session, int element, int path, int segment, double t) {
+    std::vector<double> const xy = session.curveScreen(element, path, segment, t);
+    if (xy.size() != 2) {
+        return val::null();
+    }
+    val out = val::array();
+    out.call<void>("push", xy[0]);
+    out.call<void>("push", xy[1]);
+    return out;
+}
+
 double recordsAddress(EditorSession const& session) {
     return double(session.recordsAddress());
 }
@@ -60,6 +71,10 @@ EMSCRIPTEN_BINDINGS(simplepath_editor) {
         .function("setModeSelected", &EditorSession::setModeSelected)
         .function("splitSelected", &EditorSession::splitSelected)
         .function("joinSelected", &EditorSession::joinSelected)
+        .function("closeSelected", &EditorSession::closeSelected)
+        .function("slicePoint", &EditorSession::slicePoint)
+        .function("cancelSlice", &EditorSession::cancelSlice)
+        .function("slicePending", &EditorSession::slicePending)
         .function("undo", &EditorSession::undo)
         .function("redo", &EditorSession::redo)
         .function("undoDepth", &EditorSession::undoDepth)
@@ -67,6 +82,7 @@ EMSCRIPTEN_BINDINGS(simplepath_editor) {
         .function("selectionSize", &EditorSession::selectionSize)
         .function("selectAnchor", &EditorSession::selectAnchor)
         .function("vertexScreen", &vertexScreen)
+        .function("curveScreen", &curveScreen)
         .function("libraryDragAnswer", &EditorSession::libraryDragAnswer)
         .function("message", &EditorSession::message);
 }

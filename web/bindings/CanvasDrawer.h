@@ -14,7 +14,7 @@
 //   Vertices  2, style, n, then n entries (mode, the triple's six coordinates); mode -1 when unknown
 //   Edited    3, mode, the six coordinates of the edited triple
 //   Highlight 4, x, y (a snap origin)
-//   Marker    5, kind, x, y (hover point 0, selected anchor 1)
+//   Marker    5, kind, x, y (hover point 0, selected anchor 1, first point of a slice 2)
 //   Box       6, x0, y0, x1, y1 (the selection rubber band)
 // Points are in canvas pixels: a rep made while a mapping is set maps each point on its way in, and a
 // rep made without one takes points already mapped (the pick contexts map through their own transform).

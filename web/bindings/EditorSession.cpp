@@ -6,6 +6,7 @@
 
 #include "simplepath/edit/SimplePathChangeInstruction.h"
 #include "simplepath/interaction/SnapKit.h"
+#include "simplepath/operations/SimplePathMetaOperation.h"
 #include "simplepath/operations/SimplePathOperationFactory.h"
 #include "simplepath/path/SimplePathConversion.h"
 #include "simplepath/path/SimplePathLocationTriple.h"
@@ -28,7 +29,9 @@ std::unique_ptr<SimplePath> pathOfChain(CubicChain const& chain) {
     if (chain.segments.empty()) {
         auto path = std::make_unique<SimplePath>();
         SimplePathVertex* anchor = nullptr;
-        path->addSingle(chain.start, anchor);
+        if (path->addSingle(chain.start, anchor) != SimplePath::Success) {
+            return nullptr;
+        }
         path->setStrictClosed(chain.closed ? 1 : 0);
         return path;
     }
@@ -54,8 +57,11 @@ std::unique_ptr<SimplePath> pathOfChain(CubicChain const& chain) {
         SimplePathVertex* first = nullptr;
         SimplePathVertex* anchor = nullptr;
         SimplePathVertex* out = nullptr;
-        path->addTriple(last[1], first, last[2], anchor, last[2], out,
-                        SimplePathVertexTriple::inferTripleMode(last[1], last[2], last[2]));
+        if (path->addTriple(last[1], first, last[2], anchor, last[2], out,
+                            SimplePathVertexTriple::inferTripleMode(last[1], last[2], last[2])) !=
+            SimplePath::Success) {
+            return nullptr;
+        }
     }
     return path;
 }
@@ -65,7 +71,8 @@ CubicChain chainOfPath(SimplePath const& path) {
     chain.closed = path.isClosedSimplePath() != 0;
     if (path.numTriples() == 1) {
         std::list<SimplePathLocationTriple> triples;
-        path.getLocationTripleList(triples);
+        // Reading the locations of a path that has a triple always succeeds.
+        (void)path.getLocationTripleList(triples);
         SimplePathLocationTriple const& t = triples.front();
         chain.start = t.anchor;
         if (chain.closed) {
@@ -202,7 +209,7 @@ void EditorSession::fitView() {
                 continue;
             }
             std::list<SimplePathLocationTriple> triples;
-            p->getLocationTripleList(triples);
+            (void)p->getLocationTripleList(triples); // never fails on a path with triples
             for (SimplePathLocationTriple const& t : triples) {
                 for (DPoint const& q : {t.first, t.anchor, t.last}) {
                     DPoint const d = e.placed->toDocument(q);
@@ -292,6 +299,12 @@ void EditorSession::renderAll() {
         drawElement(e, nullptr);
     }
     drawSelection();
+    if (sliceFirst_) {
+        DPoint at;
+        if (sliceFirst_->path->locatePosition(sliceFirst_->position, at) == SimplePath::Success) {
+            drawer_.marker(2, elements_[std::size_t(sliceFirst_->element)].placed->transform(at));
+        }
+    }
     if (hoverShown_) {
         drawer_.marker(0, hoverScreen_);
     }
@@ -413,7 +426,9 @@ int EditorSession::pointerDown(double sx, double sy, bool shift) {
     SimplePathVertex* anchor = nullptr;
     SimplePathVertex* last = nullptr;
     SimplePathVertexTriple::VertexTripleMode mode = SimplePathVertexTriple::Cusp;
-    path->getVertexInfo(vertex, first, anchor, last, mode);
+    if (path->getVertexInfo(vertex, first, anchor, last, mode) != SimplePath::Success) {
+        return None;
+    }
     // With Shift the press may still become a drag (snapped); only a press without movement toggles.
     pendingToggle_ = shift && vertex == anchor;
     Element& el = elements_[std::size_t(element)];
@@ -552,39 +567,60 @@ void EditorSession::pointerUp(double sx, double sy, bool shift) {
     clearGesture();
 }
 
+bool EditorSession::curveAt(DPoint const& screen, double tolerance, int& element, SimplePath*& path,
+                            SimplePathPosition& position, DPoint& local) const {
+    // The exact closest position in each path's own coordinates, judged by its distance on the canvas.
+    // (The library's pretransformed search samples eleven points a segment, too coarse to follow a long
+    // curve on a zoomed view; under the editor's views, which keep shapes, the closest point of the
+    // path is the closest point on the canvas.)
+    double best = tolerance * tolerance;
+    bool found = false;
+    for (int e = elementCount() - 1; e >= 0; --e) {
+        Element const& el = elements_[std::size_t(e)];
+        DPoint const target = el.placed->reverseTransform(screen);
+        for (auto it = el.paths.rbegin(); it != el.paths.rend(); ++it) {
+            SimplePathPosition at;
+            DPoint point;
+            if ((*it)->numTriples() < 2 || (*it)->findClosestPosition(target, at) != SimplePath::Success ||
+                (*it)->locatePosition(at, point) != SimplePath::Success) {
+                continue;
+            }
+            DPoint const shown = el.placed->transform(point);
+            double const d2 =
+                (shown.x - screen.x) * (shown.x - screen.x) + (shown.y - screen.y) * (shown.y - screen.y);
+            if (d2 < best) {
+                best = d2;
+                element = e;
+                path = *it;
+                position = at;
+                local = point;
+                found = true;
+            }
+        }
+    }
+    return found;
+}
+
 std::string EditorSession::hover(double sx, double sy) {
     hoverShown_ = false;
     DPoint const screen(sx, sy);
     if (!finite(screen) || gesture_ != None) {
         return "";
     }
-    double best = 20.0 * 20.0; // canvas pixels, squared: farther away the pointer is not near any curve
-    DPoint bestDoc;
-    for (Element const& el : elements_) {
-        for (SimplePath const* p : el.paths) {
-            if (p->numTriples() < 2) {
-                continue;
-            }
-            SimplePathPosition position;
-            double d2 = 0.0;
-            if (p->pretransformFindClosestPosition(screen, *el.placed, position, d2) != SimplePath::Success ||
-                !(d2 < best)) {
-                continue;
-            }
-            DPoint local;
-            if (p->locatePosition(position, local) == SimplePath::Success) {
-                best = d2;
-                bestDoc = el.placed->toDocument(local);
-                hoverScreen_ = el.placed->transform(local);
-                hoverShown_ = true;
-            }
-        }
-    }
-    if (!hoverShown_) {
+    int element = -1;
+    SimplePath* path = nullptr;
+    SimplePathPosition position;
+    DPoint local;
+    // Farther than 20 canvas pixels the pointer is not near any curve.
+    if (!curveAt(screen, 20.0, element, path, position, local)) {
         return "";
     }
+    PlacedTrans const& placed = *elements_[std::size_t(element)].placed;
+    DPoint const doc = placed.toDocument(local);
+    hoverScreen_ = placed.transform(local);
+    hoverShown_ = true;
     char text[64];
-    std::snprintf(text, sizeof text, "%.2f, %.2f", bestDoc.x, bestDoc.y);
+    std::snprintf(text, sizeof text, "%.2f, %.2f", doc.x, doc.y);
     return text;
 }
 
@@ -597,27 +633,61 @@ double EditorSession::hoverY() const {
 
 // ---- Edits ----
 
-bool EditorSession::run(Group group, int element) {
-    Group done;
-    for (std::unique_ptr<SimplePathOperation>& op : group) {
-        if (!op) {
-            continue;
-        }
-        std::list<PHashablePointer<SimplePath>> affected;
-        SimplePathChangeInstruction change;
-        if (op->executeOperation(affected, change) != SimplePathOperation::Success) {
-            continue;
-        }
-        std::list<PHashablePointer<SimplePath>> added;
-        change.simplePathsAdded(added);
-        adoptAdded(added, element);
-        done.push_back(std::move(op));
+namespace {
+
+char const* describe(SimplePathOperation::Result result) {
+    switch (result) {
+    case SimplePathOperation::Success:
+        return "";
+    case SimplePathOperation::SameVertex:
+        return "a vertex cannot be joined with itself";
+    case SimplePathOperation::NotJoinable:
+        return "only the end anchors of open paths can be joined";
+    case SimplePathOperation::VertexMismatch:
+        return "there is no anchor to split at there";
+    case SimplePathOperation::DegenerateSlice:
+        return "a slice needs two different anchors";
+    case SimplePathOperation::EditFailed:
+        return "the edit could not be made there";
+    case SimplePathOperation::MementoFailed:
+        return "the edit could not be made (nothing to change)";
     }
-    if (done.empty()) {
+    return "the edit could not be made";
+}
+
+} // namespace
+
+bool EditorSession::run(Group group, int element) {
+    sliceFirst_.reset(); // its position would no longer name the same place
+    if (group.empty() ||
+        std::any_of(group.begin(), group.end(), [](auto const& op) { return op == nullptr; })) {
         message_ = "nothing to change there";
         return false;
     }
-    undo_.push_back(std::move(done));
+    // One gesture is one undoable step: several edits travel together in a meta operation.
+    std::unique_ptr<SimplePathOperation> step;
+    if (group.size() == 1) {
+        step = std::move(group.front());
+    } else {
+        auto meta = std::make_unique<SimplePathMetaOperation>();
+        for (std::unique_ptr<SimplePathOperation>& op : group) {
+            meta->addOperation(op.release());
+        }
+        step = std::move(meta);
+    }
+    std::list<PHashablePointer<SimplePath>> affected;
+    SimplePathChangeInstruction change;
+    SimplePathOperation::Result const result = step->executeOperation(affected, change);
+    std::list<PHashablePointer<SimplePath>> added;
+    change.simplePathsAdded(added);
+    adoptAdded(added, element);
+    if (result != SimplePathOperation::Success) {
+        // Whatever part of the gesture was made is taken back: the drawing stays as it was.
+        step->undoOperation();
+        message_ = describe(result);
+        return false;
+    }
+    undo_.push_back(std::move(step));
     undoElements_.push_back(element);
     ++elements_[std::size_t(element)].edits;
     redo_.clear();
@@ -638,31 +708,17 @@ void EditorSession::adoptAdded(std::list<PHashablePointer<SimplePath>> const& ad
 
 bool EditorSession::insertAt(double sx, double sy) {
     DPoint const screen(sx, sy);
-    if (!finite(screen)) {
+    int element = -1;
+    SimplePath* path = nullptr;
+    SimplePathPosition position;
+    DPoint local;
+    if (!finite(screen) || !curveAt(screen, kPickTolerance, element, path, position, local)) {
         return false;
     }
-    for (int e = elementCount() - 1; e >= 0; --e) {
-        Element const& el = elements_[std::size_t(e)];
-        for (auto it = el.paths.rbegin(); it != el.paths.rend(); ++it) {
-            SimplePathPosition position;
-            if ((*it)->numTriples() < 2 || (*it)->pretransformPickPosition(screen, kPickTolerance, *el.placed,
-                                                                           position) != SimplePath::Success) {
-                continue;
-            }
-            // The pick samples the curve coarsely; the closest position refines it on the path itself.
-            SimplePathPosition closest;
-            if ((*it)->findClosestPosition(el.placed->reverseTransform(screen), closest) ==
-                SimplePath::Success) {
-                position = closest;
-            }
-            Group group;
-            group.emplace_back(
-                SimplePathOperationFactory::createAddVertexAtPositionOperation(*it, position, false));
-            selection_.clear();
-            return run(std::move(group), e);
-        }
-    }
-    return false;
+    Group group;
+    group.emplace_back(SimplePathOperationFactory::createAddVertexAtPositionOperation(path, position, false));
+    selection_.clear();
+    return run(std::move(group), element);
 }
 
 int EditorSession::deleteSelected() {
@@ -748,15 +804,15 @@ bool EditorSession::undo() {
     if (undo_.empty()) {
         return false;
     }
+    // Vertices an undo takes out would dangle in the selection.
     selection_.clear();
-    Group group = std::move(undo_.back());
+    sliceFirst_.reset();
+    std::unique_ptr<SimplePathOperation> step = std::move(undo_.back());
     int const element = undoElements_.back();
     undo_.pop_back();
     undoElements_.pop_back();
-    for (auto it = group.rbegin(); it != group.rend(); ++it) {
-        (*it)->undoOperation();
-    }
-    redo_.push_back(std::move(group));
+    step->undoOperation();
+    redo_.push_back(std::move(step));
     redoElements_.push_back(element);
     --elements_[std::size_t(element)].edits;
     return true;
@@ -768,23 +824,131 @@ bool EditorSession::redo() {
         return false;
     }
     selection_.clear();
-    Group group = std::move(redo_.back());
+    sliceFirst_.reset();
+    std::unique_ptr<SimplePathOperation> step = std::move(redo_.back());
     int const element = redoElements_.back();
     redo_.pop_back();
     redoElements_.pop_back();
-    for (std::unique_ptr<SimplePathOperation>& op : group) {
-        std::list<PHashablePointer<SimplePath>> affected;
-        SimplePathChangeInstruction change;
-        if (op->executeOperation(affected, change) == SimplePathOperation::Success) {
-            std::list<PHashablePointer<SimplePath>> added;
-            change.simplePathsAdded(added);
-            adoptAdded(added, element);
-        }
+    std::list<PHashablePointer<SimplePath>> affected;
+    SimplePathChangeInstruction change;
+    SimplePathOperation::Result const result = step->executeOperation(affected, change);
+    std::list<PHashablePointer<SimplePath>> added;
+    change.simplePathsAdded(added);
+    adoptAdded(added, element);
+    if (result != SimplePathOperation::Success) {
+        message_ = describe(result);
     }
-    undo_.push_back(std::move(group));
+    undo_.push_back(std::move(step));
     undoElements_.push_back(element);
     ++elements_[std::size_t(element)].edits;
     return true;
+}
+
+bool EditorSession::closeSelected() {
+    std::list<PHashablePointer<SimplePath>> paths;
+    for (Selected const& s : selection_) {
+        if (s.path->isClosedSimplePath() == 0 &&
+            std::find(paths.begin(), paths.end(), PHashablePointer<SimplePath>(s.path)) == paths.end()) {
+            paths.emplace_back(s.path);
+        }
+    }
+    if (paths.empty()) {
+        message_ = "select an anchor of an open path to close it";
+        return false;
+    }
+    Group group;
+    group.emplace_back(SimplePathOperationFactory::createClosePathsOperation(paths));
+    int const element = selection_.front().element;
+    return run(std::move(group), element);
+}
+
+bool EditorSession::slicePoint(double sx, double sy) {
+    message_.clear();
+    DPoint const screen(sx, sy);
+    if (!finite(screen)) {
+        return false;
+    }
+    int element = -1;
+    SimplePath* path = nullptr;
+    SimplePathPosition position;
+    DPoint local;
+    if (!curveAt(screen, kPickTolerance, element, path, position, local)) {
+        message_ = "click on a curve to slice there";
+        return false;
+    }
+    if (!sliceFirst_) {
+        sliceFirst_ = std::make_unique<SliceEnd>(SliceEnd{element, path, position});
+        message_ = "slice: now click the second point";
+        return true;
+    }
+    SliceEnd const first = *sliceFirst_;
+    sliceFirst_.reset();
+    if (first.element != element) {
+        message_ = "a slice stays within one path element";
+        return false;
+    }
+    return slice(first, SliceEnd{element, path, position});
+}
+
+bool EditorSession::slice(SliceEnd a, SliceEnd b) {
+    // The slice cuts at anchors, so a point inside a segment first gets a vertex of its own. Positions
+    // are planned before anything runs: on one path the later point is added first, which leaves the
+    // earlier one's segment index alone, and a point on the same segment before it is rescaled onto
+    // the first half that the insertion leaves there.
+    constexpr double kAtAnchor = 1e-6;
+    auto onAnchor = [&](SliceEnd const& end, int& anchor) {
+        int const n = end.path->numTriples();
+        double const t = end.position.getParameter();
+        int const i = end.position.getIndex();
+        if (t <= kAtAnchor) {
+            anchor = i;
+            return true;
+        }
+        if (t >= 1.0 - kAtAnchor) {
+            anchor = (i + 1) % n;
+            return true;
+        }
+        return false;
+    };
+    auto later = [](SimplePathPosition const& p, SimplePathPosition const& q) {
+        return p.getIndex() != q.getIndex() ? p.getIndex() > q.getIndex()
+                                            : p.getParameter() > q.getParameter();
+    };
+    if (a.path == b.path && later(a.position, b.position)) {
+        std::swap(a, b);
+    }
+    bool const samePath = a.path == b.path;
+    int anchorA = 0;
+    int anchorB = 0;
+    bool const firstOnAnchor = onAnchor(a, anchorA);
+    bool const secondOnAnchor = onAnchor(b, anchorB);
+    Group group;
+    SimplePathPosition firstAt = a.position;
+    if (!secondOnAnchor) {
+        group.emplace_back(
+            SimplePathOperationFactory::createAddVertexAtPositionOperation(b.path, b.position, false));
+        anchorB = b.position.getIndex() + 1;
+        if (samePath && !firstOnAnchor && a.position.getIndex() == b.position.getIndex()) {
+            // makePosition only stores its arguments.
+            (void)a.path->makePosition(a.position.getIndex(),
+                                       a.position.getParameter() / b.position.getParameter(), firstAt);
+        }
+    }
+    if (!firstOnAnchor) {
+        group.emplace_back(
+            SimplePathOperationFactory::createAddVertexAtPositionOperation(a.path, firstAt, false));
+        anchorA = a.position.getIndex() + 1;
+        if (samePath && anchorB >= anchorA) {
+            ++anchorB;
+        }
+    }
+    SimplePathPosition at;
+    SimplePathPosition bt;
+    (void)a.path->makePosition(anchorA, 0.0, at);
+    (void)b.path->makePosition(anchorB, 0.0, bt);
+    group.emplace_back(SimplePathOperationFactory::createSlicePathOperation(a.path, at, b.path, bt));
+    selection_.clear();
+    return run(std::move(group), a.element);
 }
 
 bool EditorSession::selectAnchor(int element, int path, int triple, bool add) {
@@ -810,6 +974,19 @@ std::vector<double> EditorSession::vertexScreen(int element, int path, int tripl
     SimplePathVertexTriple const& t = p->getTripleList()[triple];
     SimplePathVertex const* v = role == 0 ? t.first : role == 1 ? t.anchor : t.last;
     DPoint const q = elements_[std::size_t(element)].placed->transform(v->getLocation());
+    return {q.x, q.y};
+}
+
+std::vector<double> EditorSession::curveScreen(int element, int path, int segment, double t) const {
+    SimplePath const* p = livePath(element, path);
+    SimplePathPosition position;
+    DPoint at;
+    if (p == nullptr || segment < 0 || segment >= p->numTriples() || !(t >= 0.0 && t <= 1.0) ||
+        p->makePosition(segment, t, position) != SimplePath::Success ||
+        p->locatePosition(position, at) != SimplePath::Success) {
+        return {};
+    }
+    DPoint const q = elements_[std::size_t(element)].placed->transform(at);
     return {q.x, q.y};
 }
 

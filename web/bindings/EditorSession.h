@@ -8,6 +8,7 @@
 #include "simplepath/interfaces/P2DTrans.h"
 #include "simplepath/operations/SimplePathOperation.h"
 #include "simplepath/path/SimplePath.h"
+#include "simplepath/path/SimplePathPosition.h"
 
 #include <memory>
 #include <string>
@@ -109,6 +110,13 @@ class EditorSession {
     bool splitSelected();
     // Joins the two selected end anchors of two open paths of one element.
     bool joinSelected();
+    // Closes the open paths that hold a selected anchor.
+    bool closeSelected();
+    // One click of a slice: the first marks a point on a curve, the second cuts from there to here
+    // (through one path, or across two of one element) as one undoable step.
+    bool slicePoint(double sx, double sy);
+    void cancelSlice() { sliceFirst_.reset(); }
+    bool slicePending() const { return sliceFirst_ != nullptr; }
     bool undo();
     bool redo();
     int undoDepth() const { return static_cast<int>(undo_.size()); }
@@ -118,6 +126,8 @@ class EditorSession {
     bool selectAnchor(int element, int path, int triple, bool add);
     // Canvas position of a vertex: role 0 incoming handle, 1 anchor, 2 outgoing handle.
     std::vector<double> vertexScreen(int element, int path, int triple, int role) const;
+    // Canvas position of the curve point at parameter t of segment `segment`.
+    std::vector<double> curveScreen(int element, int path, int segment, double t) const;
     // The element's path data after the library alone drags one vertex from the press to the release
     // point (canvas pixels), optionally with the angle snap: made on a copy, without the editor's gesture
     // code, so that the page's answer can be checked against it.
@@ -132,9 +142,19 @@ class EditorSession {
         int edits = 0; // edits in effect: done and redone count up, undone count down
     };
     using Group = std::vector<std::unique_ptr<SimplePathOperation>>;
+    // One point of a slice: the path element, the path and the position clicked on it.
+    struct SliceEnd {
+        int element;
+        SimplePath* path;
+        SimplePathPosition position;
+    };
+    bool slice(SliceEnd a, SliceEnd b);
 
     SimplePath* livePath(int element, int path) const;
     bool pickVertex(DPoint const& screen, int& element, SimplePath*& path, SimplePathVertex*& vertex) const;
+    // The curve point nearest the pointer within `tolerance` canvas pixels, topmost element first.
+    bool curveAt(DPoint const& screen, double tolerance, int& element, SimplePath*& path,
+                 SimplePathPosition& position, DPoint& local) const;
     bool isSelected(SimplePathVertex* anchor) const;
     void toggleSelected(int element, SimplePath* path, SimplePathVertex* anchor);
     // Runs the operations as one undoable step; false (nothing kept) when none succeeded.
@@ -172,9 +192,10 @@ class EditorSession {
     bool pendingToggle_ = false; // a Shift press on an anchor: toggles it unless the press becomes a drag
     DPoint hoverScreen_;
 
-    std::vector<Group> undo_;
+    std::vector<std::unique_ptr<SimplePathOperation>> undo_; // one operation a gesture, meta when several
     std::vector<int> undoElements_;
-    std::vector<Group> redo_;
+    std::vector<std::unique_ptr<SimplePathOperation>> redo_;
+    std::unique_ptr<SliceEnd> sliceFirst_; // the first click of a slice, until the second
     std::vector<int> redoElements_;
     std::string message_;
 

@@ -22,6 +22,14 @@ let dragging = false;
 let panning = null;
 let spaceDown = false;
 let sceneDirty = true;
+let slicing = false; // the next two clicks on curves cut the drawing between them
+
+function setSlicing(on) {
+  slicing = on;
+  if (!on && session) session.cancelSlice();
+  canvas.style.cursor = on ? 'crosshair' : '';
+  document.getElementById('slice').classList.toggle('active', on);
+}
 
 const COLORS = { permanent: '#1b1b1b', kept: '#1b1b1b', rubber: '#d0342c', ghost: '#b8b8b8',
                  handle: '#5b8fd0', anchor: '#1b1b1b', selected: '#1f6fd6', hover: '#e07b00' };
@@ -136,6 +144,7 @@ function replay(c, rec) {
       const kind = rec[i + 1], x = rec[i + 2], y = rec[i + 3];
       c.beginPath();
       if (kind === 1) { c.rect(x - 5, y - 5, 10, 10); c.fillStyle = COLORS.selected; c.fill(); }
+      else if (kind === 2) { c.moveTo(x - 7, y - 7); c.lineTo(x + 7, y + 7); c.moveTo(x + 7, y - 7); c.lineTo(x - 7, y + 7); c.strokeStyle = COLORS.rubber; c.lineWidth = 2; c.stroke(); c.lineWidth = 1; }
       else { c.arc(x, y, 4, 0, 2 * Math.PI); c.fillStyle = COLORS.hover; c.fill(); }
       i += 4;
     } else if (op === 6) { // selection box
@@ -296,6 +305,7 @@ function openText(name, text) {
   }
   let spans = scanPathAttributes(text);
   if (!spans || spans.length !== elements.length) spans = null;
+  setSlicing(false);
   if (session) session.delete();
   session = next;
   doc = { name, text, xml, elements, spans };
@@ -354,7 +364,9 @@ function save() {
 async function openSample(file) {
   const response = await fetch('samples/' + file);
   if (!response.ok) { showMessage(`The sample ${file} could not be loaded.`); return false; }
-  return openText(file, await response.text());
+  const opened = openText(file, await response.text());
+  if (opened) document.getElementById('sample').value = file;
+  return opened;
 }
 
 function openFile(file) {
@@ -380,6 +392,14 @@ canvas.addEventListener('pointerdown', (event) => {
   const [x, y] = pointerPos(event);
   if (event.button === 1 || (event.button === 0 && spaceDown)) { panning = [x, y]; return; }
   if (event.button !== 0) return;
+  if (slicing) {
+    const ok = session.slicePoint(x, y);
+    const note = session.message();
+    if (!session.slicePending()) setSlicing(false);
+    showMessage(note, ok && session.slicePending() ? 'info' : ok ? '' : 'info');
+    changed();
+    return;
+  }
   const kind = session.pointerDown(x, y, event.shiftKey);
   dragging = kind !== 0;
   if (kind === 1 || kind === 2) startDragLayers(); else if (kind === 3) background.getContext('2d').drawImage(scene, 0, 0);
@@ -448,6 +468,12 @@ function command(name) {
     case 'delete': act(session.deleteSelected(), ''); break;
     case 'split': act(session.splitSelected(), ''); break;
     case 'join': act(session.joinSelected(), ''); break;
+    case 'close': act(session.closeSelected(), ''); break;
+    case 'slice':
+      setSlicing(!slicing);
+      if (slicing) showMessage('Slice: click the first point on a curve, then the second (Esc cancels).', 'info');
+      else { showMessage(''); changed(); }
+      break;
     case 'fit': session.fitView(); changed(); break;
     default: if (name.startsWith('mode')) act(session.setModeSelected(Number(name.slice(4))), '');
   }
@@ -469,6 +495,9 @@ window.addEventListener('keydown', (event) => {
   else if (key === 'l') command('mode3');
   else if (key === 'x') command('split');
   else if (key === 'j') command('join');
+  else if (key === 'o') command('close');
+  else if (key === 'k') command('slice');
+  else if (key === 'escape') { setSlicing(false); showMessage(''); changed(); }
   else if (key === '0') command('fit');
   else if (key === '+' || key === '=') { session && session.zoomAt(1.25, canvas.width / 2, canvas.height / 2); changed(); }
   else if (key === '-') { session && session.zoomAt(0.8, canvas.width / 2, canvas.height / 2); changed(); }
@@ -482,7 +511,8 @@ window.addEventListener('keyup', (event) => { if (event.key === ' ') spaceDown =
 document.getElementById('file').addEventListener('change', (event) => openFile(event.target.files[0]));
 document.getElementById('sample').addEventListener('change', (event) => { if (event.target.value) openSample(event.target.value); });
 document.getElementById('save').addEventListener('click', save);
-for (const [id, name] of [['undo', 'undo'], ['redo', 'redo'], ['delete', 'delete'], ['split', 'split'], ['join', 'join'], ['fit', 'fit']]) {
+for (const [id, name] of [['undo', 'undo'], ['redo', 'redo'], ['delete', 'delete'], ['split', 'split'], ['join', 'join'],
+                          ['close', 'close'], ['slice', 'slice'], ['fit', 'fit']]) {
   document.getElementById(id).addEventListener('click', () => command(name));
 }
 for (const b of document.querySelectorAll('[data-mode]')) b.addEventListener('click', () => command('mode' + b.dataset.mode));
@@ -516,6 +546,6 @@ window.editor.ready = createEditorModule().then(async (m) => {
     select.appendChild(option);
   }
   const wanted = new URLSearchParams(location.search).get('open') ?? 'icon.svg';
-  if (wanted) { await openSample(wanted); select.value = wanted; }
+  if (wanted) await openSample(wanted);
   return true;
 });

@@ -290,6 +290,42 @@ test('split-join', async (page) => {
   equal(await saved(page), original, 'undo of the split gives back the original bytes');
 });
 
+test('close-slice', async (page) => {
+  await page.evaluate(() => window.editor.openSample('open-paths.svg'));
+  const original = await saved(page);
+  // O closes the open path of the selected anchor.
+  const a = await vertexAt(page, 2, 0, 1, 1);
+  await page.mouse.click(a.pageX, a.pageY);
+  await page.keyboard.press('o');
+  check((await data(page, 2)).endsWith('Z'), 'O closes the zigzag');
+  await shot(page, 'close');
+  await page.keyboard.press('Control+z');
+  equal(await saved(page), original, 'undo of the close gives back the original bytes');
+  // K, then two clicks on the wave's curve: the cut runs between them, one undoable step.
+  const box = await canvasBox(page);
+  const onCurve = async (segment) => {
+    const [x, y] = await S(page, 'curveScreen', 0, 0, segment, 0.4);
+    return { x: box.x + x, y: box.y + y };
+  };
+  const first = await onCurve(0);
+  const second = await onCurve(2);
+  const before = await data(page, 0);
+  await page.keyboard.press('k');
+  await page.mouse.click(first.x, first.y);
+  equal(await S(page, 'slicePending'), true, 'the first click marks the start of the cut');
+  check(await pixelsNear(page, first.x - box.x, first.y - box.y, 6, 'red') > 0, 'the first point is marked');
+  await shot(page, 'slice-first-point');
+  await page.mouse.click(second.x, second.y);
+  const after = await data(page, 0);
+  check(after !== before, `the slice changes the wave (${await page.locator('#message').textContent()})`);
+  equal(await S(page, 'undoDepth'), 1, 'adding the two cut vertices and slicing is one undoable step');
+  await shot(page, 'slice');
+  await page.keyboard.press('Control+z');
+  equal(await saved(page), original, 'one undo takes the whole slice back to the original bytes');
+  await page.keyboard.press('Control+Shift+z');
+  equal(await data(page, 0), after, 'redo makes the same slice');
+});
+
 test('save', async (page) => {
   await page.evaluate(() => window.editor.openSample('exported-drawing.svg'));
   const original = await saved(page);

@@ -120,7 +120,20 @@ inline to_chars_result to_chars(char* first, char* last, double value) {
             low = middle + 1;
         }
     }
-    int const length = std::snprintf(text, sizeof text, "%.*g", high, value);
+    int length = std::snprintf(text, sizeof text, "%.*g", high, value);
+    // printf switches to exponent notation by its own rule; like std::to_chars, take the plain decimal
+    // form unless the exponent form is shorter.
+    if (char const* e = std::strchr(text, 'e')) {
+        int const exponent = std::atoi(e + 1);
+        char plain[400];
+        int const plainLength = exponent >= 0 ? std::snprintf(plain, sizeof plain, "%.0f", value)
+                                              : std::snprintf(plain, sizeof plain, "%.*f", high - 1 - exponent, value);
+        if (plainLength > 0 && plainLength < int(sizeof plain) && plainLength <= length &&
+            floatcharconv::readsBackAs(plain, value)) {
+            std::memcpy(text, plain, std::size_t(plainLength) + 1);
+            length = plainLength;
+        }
+    }
     if (length < 0 || length > last - first) {
         return {last, errc::value_too_large};
     }
