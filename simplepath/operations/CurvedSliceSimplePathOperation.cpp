@@ -61,7 +61,7 @@ void CurvedSliceSimplePathOperation::undoOperation() {
     for (auto path = replaced.begin(); path != replaced.end() && memento != mementos.end();
          ++path, ++memento) {
         if (*path != nullptr) {
-            (*path)->undo(*memento);
+            (void)(*path)->undo(*memento); // only a null memento fails, and none is stored
         }
     }
     releaseMementos();
