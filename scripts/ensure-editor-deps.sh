@@ -16,9 +16,11 @@ if [ ${#missing[@]} -gt 0 ]; then
     DEBIAN_FRONTEND=noninteractive $sudo_cmd apt-get install -y -qq --no-install-recommends -o DPkg::Lock::Timeout=600 \
         "${missing[@]}"
 fi
+# npm comes with Node.js from other sources; with Debian's own Node.js it is a package of its own.
 if ! command -v npm >/dev/null; then
-    echo "npm is missing: install Node.js 18 or later with npm" >&2
-    exit 1
+    sudo_cmd=""
+    [ "$(id -u)" -ne 0 ] && sudo_cmd="sudo"
+    DEBIAN_FRONTEND=noninteractive $sudo_cmd apt-get install -y -qq --no-install-recommends -o DPkg::Lock::Timeout=600 npm
 fi
 if [ "${1:-}" = "--npm" ] && [ ! -d web/node_modules/playwright-core ]; then
     (cd web && npm ci --no-audit --no-fund --ignore-scripts)

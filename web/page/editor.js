@@ -312,6 +312,7 @@ function openText(name, text) {
   session.setViewport(canvas.width, canvas.height);
   session.fitView();
   document.getElementById('docname').textContent = name;
+  document.getElementById('sample').value = ''; // openSample names the sample again
   showMessage('');
   changed();
   window.lastOpenMs = performance.now() - started;

@@ -137,6 +137,16 @@ test('load-sample', async (page) => {
   }
   equal(await pixelsNear(page, 8, 8, 6, 'ink'), 0, 'the corner far from the drawing is blank');
   equal(await page.locator('#message').isHidden(), true, 'no message after opening a good drawing');
+  // Every bundled drawing opens, including those exported by other editors (groups, transforms, styles).
+  for (const file of fs.readdirSync(path.join(site, 'samples')).filter((f) => f.endsWith('.svg'))) {
+    equal(await page.evaluate((f) => window.editor.openSample(f), file), true, `${file} opens`);
+    check(await S(page, 'vertexCount') > 0, `${file} has vertices`);
+    equal(await saved(page), fs.readFileSync(path.join(site, 'samples', file), 'utf8'), `${file} saves unchanged`);
+  }
+  // The file picker opens a drawing too.
+  await page.setInputFiles('#file', path.join(site, 'samples', 'exported-logo.svg'));
+  await page.waitForFunction(() => document.getElementById('docname').textContent === 'exported-logo.svg');
+  await shot(page, 'file-picker');
 });
 
 test('drag-handle', async (page) => {
