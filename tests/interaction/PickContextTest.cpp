@@ -400,7 +400,16 @@ TEST(VertexPickContext, AWholeDragLeavesThePathAndTheRepCountAlone) {
         context.permDraw(drawer);
         for (int step = 0; step < 20; ++step) {
             context.move(DPoint(10 + step, step * 0.5));
+            std::size_t const callsBefore = drawer.calls.size();
             context.xorDraw(drawer, step % 2);
+            // Every redraw: both changed segments (the picked vertex is smooth), mapped, around the
+            // triple where the drag has put it.
+            ASSERT_EQ(drawer.calls.size(), callsBefore + 2);
+            recording::Call const& curve = drawer.calls[callsBefore];
+            SimplePathLocationTriple const t = context.commit().getLocationTriple();
+            ASSERT_EQ(curve.triples.size(), 3u);
+            EXPECT_EQ(curve.triples[1][1], shift.transform(t.anchor));
+            EXPECT_EQ(curve.triples[1][2], shift.transform(t.last));
         }
         for (DPoint const& p : {DPoint(nan, 1), DPoint(inf, -inf), DPoint(0, nan)}) {
             context.move(p);
