@@ -20,8 +20,8 @@
 #include "simplepath/path/SimplePath.h"
 #include "simplepath/path/SimplePathSerializer.h"
 
-    // The host's design object: the paths of one drawing, in the host's order.
-    class PathSeg {
+// The host's design object: the paths of one drawing, in the host's order.
+class PathSeg {
   public:
     std::vector<SimplePath*> paths;
 };
