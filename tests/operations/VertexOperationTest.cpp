@@ -481,3 +481,26 @@ TEST(SplitVertex, AClosedPathOpensAtTheAnchorAndEndAnchorsCannotBeSplit) {
 }
 
 } // namespace
+
+namespace {
+
+TEST(OperationFramework, AFailedExecutionKeepsItsMementoForUndo) {
+    std::vector<std::unique_ptr<SimplePath>> pool;
+    SimplePath* const path = addPath(pool, row(3), 0);
+    SimplePath* const other = addPath(pool, row(2, 50.0), 0);
+    DrawingState const before = drawingState(pool);
+    // The vertex is not the path's: the memento is taken, then the edit fails.
+    Op del(F::createDeleteVertexOperation(path, tripleAt(*other, 0).anchor, false));
+    EXPECT_EQ(SimplePathOperation::EditFailed, execute(*del).result);
+    // Whatever happens to the path afterwards, undo goes back to the state of that attempt.
+    SimplePathChangeInstruction change;
+    SimplePathVertex* middle = tripleAt(*path, 1).anchor;
+    ASSERT_EQ(SimplePath::Success, path->setStraightMode(middle, change));
+    EXPECT_NE(before, drawingState(pool));
+    del->undoOperation();
+    EXPECT_EQ(before, drawingState(pool));
+    del->undoOperation();
+    EXPECT_EQ(before, drawingState(pool));
+}
+
+} // namespace
