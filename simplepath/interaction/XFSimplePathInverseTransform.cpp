@@ -1,4 +1,4 @@
-#include "simplepath/interaction/XFSimplePathInverseTransform.h"
+#include "simplepath/interaction/detail/XFSimplePathInverseTransform.h"
 
 #include "simplepath/interfaces/PBoxForm.h"
 #include "simplepath/interfaces/PBoxPoint.h"

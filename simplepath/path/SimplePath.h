@@ -242,7 +242,8 @@ class SimplePath {
     // deleted. The neighbours' handles stay where they are.
     Result deleteVertex(SimplePathVertex* const& anchor, SimplePathChangeInstruction& change);
 
-    // Takes the caller's triple as it stands (its vertex objects, their locations and its mode) into the
+    // ---- Whole triples and whole paths (edit/SimplePath+AdoptTriple.cpp, edit/SimplePath+DeletePath.cpp)
+    // ---- Takes the caller's triple as it stands (its vertex objects, their locations and its mode) into the
     // path as triple `index`: n appends, a negative index inserts at the front. The path owns the vertices
     // afterwards. Fails, leaving them the caller's, for a null vertex, an index beyond n or a vertex the
     // path already holds. Nothing is recorded: the caller knows what it inserted.
@@ -305,7 +306,7 @@ class SimplePath {
                        PHashablePointer<SimplePath>& path2, SimplePathVertex* const& vertex2,
                        SimplePathChangeInstruction& change, PHashablePointer<SimplePath>& result);
 
-    // ---- Drawing through the host's drawer ----
+    // ---- Drawing through the host's drawer (interaction/SimplePath+Drawing.cpp) ----
     // Fills `rep` with every triple in path order (incoming handle, anchor, outgoing handle), then marks
     // it closed or open as the path is. With `modes` given, a new array of one mode per triple is stored
     // there for the caller to free (array delete); null if memory is exhausted.

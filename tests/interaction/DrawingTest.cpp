@@ -1,11 +1,11 @@
+#include <gtest/gtest.h>
+
 #include "RecordingDrawer.h"
 #include "support/PathHelpers.h"
 
 #include "simplepath/interaction/TransformedCurveRep.h"
 #include "simplepath/interaction/XYOffsetSimplePathTransform.h"
 #include "simplepath/path/SimplePath.h"
-
-#include <gtest/gtest.h>
 
 #include <memory>
 
@@ -22,7 +22,9 @@ SimplePath makePath(int n, int closed) {
     SimplePath path;
     for (int i = 0; i < n; ++i) {
         double const x = 10.0 * i;
-        appendTriple(path, DPoint(x - 1, i), DPoint(x, 0), DPoint(x + 1, -i), static_cast<Mode>(i % 3));
+        EXPECT_EQ(
+            appendTriple(path, DPoint(x - 1, i), DPoint(x, 0), DPoint(x + 1, -i), static_cast<Mode>(i % 3)),
+            SimplePath::Success);
     }
     path.setStrictClosed(closed);
     return path;

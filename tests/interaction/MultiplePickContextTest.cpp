@@ -1,11 +1,11 @@
+#include <gtest/gtest.h>
+
 #include "RecordingDrawer.h"
 #include "support/PathHelpers.h"
 
 #include "simplepath/interaction/SimplePathMultipleVertexPickContext.h"
 #include "simplepath/interfaces/BinarySerializer.h"
 #include "simplepath/path/SimplePathSerializer.h"
-
-#include <gtest/gtest.h>
 
 #include <limits>
 #include <sstream>
@@ -32,7 +32,7 @@ SimplePath makePath(int n, int closed, int p = 0) {
     SimplePath path;
     for (int i = 0; i < n; ++i) {
         Triple const t = tripleAt(i, p);
-        appendTriple(path, t[0], t[1], t[2], modeAt(i));
+        EXPECT_EQ(appendTriple(path, t[0], t[1], t[2], modeAt(i)), SimplePath::Success);
     }
     path.setStrictClosed(closed);
     return path;
@@ -40,7 +40,7 @@ SimplePath makePath(int n, int closed, int p = 0) {
 
 SimplePathVertexTriple tripleOf(SimplePath const& path, int i) {
     SimplePathVertexTriple t;
-    path.getTriple(i, t);
+    EXPECT_EQ(path.getTriple(i, t), SimplePath::Success);
     return t;
 }
 
@@ -211,7 +211,7 @@ TEST(MultipleVertexPickContext, InertWhenThePickedVertexIsNotOnThePathAndNeverCh
     SimplePath other = makePath(2, 0);
     std::ostringstream before;
     BinarySerializer stream(before);
-    SimplePathSerializer::write(&path, stream);
+    EXPECT_EQ(SimplePathSerializer::write(&path, stream), SimplePathSerializer::Success);
 
     Context inert(&path, tripleOf(other, 0).anchor, DPoint(), {{tripleOf(path, 1).anchor, &path}});
     inert.move(DPoint(5, 5));
@@ -243,7 +243,7 @@ TEST(MultipleVertexPickContext, InertWhenThePickedVertexIsNotOnThePathAndNeverCh
     EXPECT_EQ(recording::liveReps(), live);
     std::ostringstream after;
     BinarySerializer stream2(after);
-    SimplePathSerializer::write(&path, stream2);
+    EXPECT_EQ(SimplePathSerializer::write(&path, stream2), SimplePathSerializer::Success);
     EXPECT_EQ(after.str(), before.str());
 }
 

@@ -1,8 +1,8 @@
 #include "simplepath/interaction/CompositeSimplePathTransform.h"
-#include "simplepath/interaction/XFSimplePathInverseTransform.h"
 #include "simplepath/interaction/XFSimplePathTransform.h"
 #include "simplepath/interaction/XYOffsetSimplePathTransform.h"
 #include "simplepath/interaction/XYScaleSimplePathTransform.h"
+#include "simplepath/interaction/detail/XFSimplePathInverseTransform.h"
 #include "simplepath/interfaces/PBoxForm.h"
 #include "simplepath/interfaces/Tolerance.h"
 

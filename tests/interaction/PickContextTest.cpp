@@ -1,3 +1,5 @@
+#include <gtest/gtest.h>
+
 #include "RecordingDrawer.h"
 #include "support/PathHelpers.h"
 
@@ -5,8 +7,6 @@
 #include "simplepath/interaction/XYOffsetSimplePathTransform.h"
 #include "simplepath/interfaces/BinarySerializer.h"
 #include "simplepath/path/SimplePathSerializer.h"
-
-#include <gtest/gtest.h>
 
 #include <limits>
 #include <memory>
@@ -34,7 +34,7 @@ SimplePath makePath(int n, int closed, Mode middleMode = kSmooth) {
     SimplePath path;
     for (int i = 0; i < n; ++i) {
         Triple const t = tripleAt(i);
-        appendTriple(path, t[0], t[1], t[2], i == 1 ? middleMode : kCusp);
+        EXPECT_EQ(appendTriple(path, t[0], t[1], t[2], i == 1 ? middleMode : kCusp), SimplePath::Success);
     }
     path.setStrictClosed(closed);
     return path;
@@ -42,7 +42,7 @@ SimplePath makePath(int n, int closed, Mode middleMode = kSmooth) {
 
 SimplePathVertexTriple tripleOf(SimplePath const& path, int i) {
     SimplePathVertexTriple t;
-    path.getTriple(i, t);
+    EXPECT_EQ(path.getTriple(i, t), SimplePath::Success);
     return t;
 }
 
@@ -211,7 +211,8 @@ TEST(VertexPickContext, OnlyTheSegmentsTheDragChangesAreDrawn) {
         SimplePath path;
         for (int i = 0; i < 3; ++i) {
             Triple const t = tripleAt(i);
-            appendTriple(path, t[0], t[1], t[2], i == c.index ? c.mode : kCusp);
+            EXPECT_EQ(appendTriple(path, t[0], t[1], t[2], i == c.index ? c.mode : kCusp),
+                      SimplePath::Success);
         }
         path.setStrictClosed(c.closed);
         SimplePathVertexTriple const picked = tripleOf(path, c.index);
@@ -368,7 +369,7 @@ TEST(VertexPickContext, InertOnBadInputDrawsNothingAndNeverCrashes) {
 TEST(VertexPickContext, OneVertexPathHasNeighboursOnlyWhenClosed) {
     for (int closed : {0, 1}) {
         SimplePath path;
-        appendTriple(path, DPoint(-1, 0), DPoint(0, 0), DPoint(1, 0), kCusp);
+        EXPECT_EQ(appendTriple(path, DPoint(-1, 0), DPoint(0, 0), DPoint(1, 0), kCusp), SimplePath::Success);
         path.setStrictClosed(closed);
         Context context(&path, tripleOf(path, 0).anchor, DPoint());
         context.createSnapKit(); // its own anchor is the "previous" one
@@ -400,7 +401,16 @@ TEST(VertexPickContext, AWholeDragLeavesThePathAndTheRepCountAlone) {
         context.permDraw(drawer);
         for (int step = 0; step < 20; ++step) {
             context.move(DPoint(10 + step, step * 0.5));
+            std::size_t const callsBefore = drawer.calls.size();
             context.xorDraw(drawer, step % 2);
+            // Every redraw: both changed segments (the picked vertex is smooth), mapped, around the
+            // triple where the drag has put it.
+            ASSERT_EQ(drawer.calls.size(), callsBefore + 2);
+            recording::Call const& curve = drawer.calls[callsBefore];
+            SimplePathLocationTriple const t = context.commit().getLocationTriple();
+            ASSERT_EQ(curve.triples.size(), 3u);
+            EXPECT_EQ(curve.triples[1][1], shift.transform(t.anchor));
+            EXPECT_EQ(curve.triples[1][2], shift.transform(t.last));
         }
         for (DPoint const& p : {DPoint(nan, 1), DPoint(inf, -inf), DPoint(0, nan)}) {
             context.move(p);

@@ -44,7 +44,7 @@ std::string directDrawing(SvgFrame const& frame, std::vector<std::unique_ptr<Sim
     std::vector<RenderPath> drawn;
     for (std::unique_ptr<SimplePath> const& path : paths) {
         std::list<SimplePathLocationTriple> triples;
-        path->getLocationTripleList(triples);
+        EXPECT_EQ(path->getLocationTripleList(triples), SimplePath::Success);
         RenderPath r;
         r.closed = path->isClosedSimplePath() != 0;
         for (SimplePathLocationTriple const& t : triples) {

@@ -86,8 +86,9 @@ int runPreview(Session& session, PreviewStep const& step) {
         if (int const code = resolveVertex(session, target, found); code != kExitOk) {
             return code;
         }
+        // The index was just resolved on this path, so reading its triple succeeds.
         if (anchors.empty()) {
-            session.paths[found.path]->getTriple(found.index, first);
+            (void)session.paths[found.path]->getTriple(found.index, first);
         }
         anchors.push_back(found.anchor);
     }
