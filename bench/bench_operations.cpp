@@ -27,7 +27,8 @@ void fill(SimplePath& path, int n, double y, int closed) {
     for (int i = 0; i < n; ++i) {
         double const x = 10.0 * i;
         double const yi = y + (i % 2) * 4.0;
-        path.addTriple({x - 3, yi + 1}, f, {x, yi}, a, {x + 3, yi - 1}, l, SimplePathVertexTriple::Smooth);
+        (void)path.addTriple({x - 3, yi + 1}, f, {x, yi}, a, {x + 3, yi - 1}, l,
+                             SimplePathVertexTriple::Smooth);
     }
     path.setStrictClosed(closed);
 }
@@ -37,8 +38,8 @@ void BM_MementoAndUndo(benchmark::State& state) {
     fill(path, kTriples, 0.0, 0);
     for (auto _ : state) {
         SimplePathMemento* memento = nullptr;
-        path.createMemento(&memento);
-        path.undo(memento);
+        (void)path.createMemento(&memento);
+        (void)path.undo(memento);
         delete memento;
         benchmark::DoNotOptimize(memento);
     }
@@ -82,7 +83,7 @@ SimplePathVertexTriple middle(SimplePath const& path) {
 
 SimplePathPosition at(SimplePath const& path, int index, double t) {
     SimplePathPosition position;
-    path.makePosition(index, t, position);
+    (void)path.makePosition(index, t, position);
     return position;
 }
 

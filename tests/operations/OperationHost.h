@@ -12,6 +12,8 @@
 #include <string>
 #include <vector>
 
+#include <gtest/gtest.h>
+
 #include "simplepath/interfaces/ArbTrans.h"
 #include "simplepath/interfaces/BinarySerializer.h"
 #include "simplepath/operations/SimplePathOperation.h"
@@ -66,7 +68,9 @@ inline int pickInDrawing(PathSeg const* drawing, DPoint const& location, double 
 inline std::string bytesOf(SimplePath const& path) {
     std::ostringstream out;
     BinarySerializer writer(out);
-    SimplePathSerializer::write(PHashablePointer<SimplePath>(const_cast<SimplePath*>(&path)), writer);
+    EXPECT_EQ(
+        SimplePathSerializer::Success,
+        SimplePathSerializer::write(PHashablePointer<SimplePath>(const_cast<SimplePath*>(&path)), writer));
     return out.str();
 }
 
@@ -122,7 +126,7 @@ inline SimplePath* addPath(std::vector<std::unique_ptr<SimplePath>>& pool,
         SimplePathVertex* f = nullptr;
         SimplePathVertex* a = nullptr;
         SimplePathVertex* l = nullptr;
-        path->addTriple(t.first, f, t.anchor, a, t.last, l, t.mode);
+        EXPECT_EQ(SimplePath::Success, path->addTriple(t.first, f, t.anchor, a, t.last, l, t.mode));
     }
     path->setStrictClosed(closed);
     return path;

@@ -111,7 +111,7 @@ TEST(OperationRecords, EveryRecordTypeRebuildsIntoTheSameEditOnACopy) {
     });
     expectRoundTrip("add", [](Drawing& d) {
         SimplePathPosition position;
-        d.path(0)->makePosition(1, 0.4, position);
+        EXPECT_EQ(SimplePath::Success, d.path(0)->makePosition(1, 0.4, position));
         return F::createAddVertexAtPositionOperation(d.path(0), position, false);
     });
     expectRoundTrip("average", [](Drawing& d) {
@@ -152,7 +152,7 @@ TEST(OperationRecords, EveryRecordTypeRebuildsIntoTheSameEditOnACopy) {
     });
     expectRoundTrip("split open on the curve", [](Drawing& d) {
         SimplePathPosition position;
-        d.path(0)->makePosition(2, 0.3, position);
+        EXPECT_EQ(SimplePath::Success, d.path(0)->makePosition(2, 0.3, position));
         return F::createSplitVertexOperation(d.path(0), position, nullptr, nullptr, false);
     });
     expectRoundTrip("split closed", [](Drawing& d) {
@@ -200,8 +200,8 @@ TEST(OperationRecords, BadRecordsRebuildIntoNothing) {
     auto& moveRecord = dynamic_cast<MoveSelectedVerticesOperation::MoveSelVertsOpInformation&>(*record);
     DPoint const vertexAt = moveRecord.vertexLocation;
     SimplePathPosition onCurve;
-    d.path(0)->makePosition(2, 0.5, onCurve);
-    d.path(0)->locatePosition(onCurve, moveRecord.vertexLocation);
+    EXPECT_EQ(SimplePath::Success, d.path(0)->makePosition(2, 0.5, onCurve));
+    EXPECT_EQ(SimplePath::Success, d.path(0)->locatePosition(onCurve, moveRecord.vertexLocation));
     EXPECT_EQ(nullptr, Op(F::createOperationFromSII(record.get())));
     moveRecord.vertexLocation = vertexAt;
     EXPECT_NE(nullptr, Op(F::createOperationFromSII(record.get())));

@@ -109,7 +109,7 @@ class Sequence {
             t = std::numeric_limits<double>::quiet_NaN();
         }
         SimplePathPosition position;
-        path.makePosition(index, t, position);
+        (void)path.makePosition(index, t, position);
         return position;
     }
 
