@@ -99,10 +99,6 @@
 #include "simplepath/operations/InsertVerticesSimplePathOperation.h"
 #include "simplepath/operations/JoinSimplePathVerticesOperation.h"
 #include "simplepath/operations/MoveSelectedVerticesOperation.h"
-#include "simplepath/operations/PathDesign.h"
-#include "simplepath/operations/PathUserConsole.h"
-#include "simplepath/operations/PathUserViewSet.h"
-#include "simplepath/operations/PathUserWorkspace.h"
 #include "simplepath/operations/SimplePathAffineTransformOperation.h"
 #include "simplepath/operations/SimplePathArbitraryTransformOperation.h"
 #include "simplepath/operations/SimplePathMetaOperation.h"
@@ -119,3 +115,9 @@
 #include "simplepath/operations/setSmoothModeOperation.h"
 #include "simplepath/operations/setStraightModeOperation.h"
 #include "simplepath/operations/setSymmetricModeOperation.h"
+
+// Design and workspace shells
+#include "simplepath/operations/PathDesign.h"
+#include "simplepath/operations/PathUserConsole.h"
+#include "simplepath/operations/PathUserViewSet.h"
+#include "simplepath/operations/PathUserWorkspace.h"

@@ -51,7 +51,7 @@ void ClosePathsSimplePathOperation::undoOperation() {
     auto memento = mementos.begin();
     for (auto path = paths.begin(); path != paths.end() && memento != mementos.end(); ++path, ++memento) {
         if (*path != nullptr) {
-            (void)(*path)->undo(*memento); // only a null memento fails, and none is stored
+            (void)(*path)->undo(*memento); // fails only without memory: the path stays as it is
         }
     }
     releaseMementos();

@@ -61,7 +61,7 @@ void CurvedSliceSimplePathOperation::undoOperation() {
     for (auto path = replaced.begin(); path != replaced.end() && memento != mementos.end();
          ++path, ++memento) {
         if (*path != nullptr) {
-            (void)(*path)->undo(*memento); // only a null memento fails, and none is stored
+            (void)(*path)->undo(*memento); // fails only without memory: the path stays as it is
         }
     }
     releaseMementos();

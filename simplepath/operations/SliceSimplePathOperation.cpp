@@ -32,7 +32,7 @@ bool crossProperly(DPoint const& p, DPoint const& q, DPoint const& r, DPoint con
 
 SimplePathVertexTriple tripleAt(SimplePath const& path, int index) {
     SimplePathVertexTriple triple;
-    (void)path.getTriple(index, triple); // an index off the path leaves the empty triple
+    (void)path.getTriple(index, triple); // every caller passes an index of an existing triple
     return triple;
 }
 
@@ -101,7 +101,9 @@ bool SliceSimplePathOperation::prepare(Side const& one, Side const& two) {
         SimplePathVertex* anchor = nullptr;
         SimplePathVertex* out = nullptr;
         SimplePathVertexTriple::VertexTripleMode mode = SimplePathVertexTriple::Cusp;
-        (void)side.path->getVertexInfo(side.anchor, in, anchor, out, mode); // the anchor was found on it
+        if (side.path->getVertexInfo(side.anchor, in, anchor, out, mode) != SimplePath::Success) {
+            return false;
+        }
         Copies& c = *side.copies;
         c.anchorA = side.anchor->copy();
         c.anchorB = side.anchor->copy();

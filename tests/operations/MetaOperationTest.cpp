@@ -154,7 +154,7 @@ std::unique_ptr<Meta> session(Drawing& d) {
     std::list<PHashablePointer<SimplePath>> affected;
     SimplePathChangeInstruction change;
     SimplePathPosition position;
-    d.path(1)->makePosition(1, 0.4, position);
+    EXPECT_EQ(SimplePath::Success, d.path(1)->makePosition(1, 0.4, position));
     std::vector<SimplePathOperation*> edits{
         F::createSetCuspModeOperation(d.path(2), d.triple(2, 0).anchor, false),
         F::createMoveSelectedVerticesOperation(d.path(0), d.triple(0, 1).last, DVector(3, 4), false),
@@ -226,7 +226,7 @@ TEST(MetaOperation, MembersWithoutARecordLeaveAnEmptyEntryAndAreSkippedOnRebuild
 
     // A group whose every member fails to resolve is still handed out, empty.
     Drawing far;
-    far.path(2)->translate(DVector(500, 500));
+    EXPECT_EQ(SimplePath::Success, far.path(2)->translate(DVector(500, 500)));
     record->pathSeg = &far.seg;
     std::unique_ptr<SimplePathOperation> none(F::createOperationFromSII(info));
     ASSERT_NE(nullptr, none);

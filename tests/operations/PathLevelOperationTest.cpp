@@ -207,7 +207,7 @@ TEST(PathLevelOperations, ACurvedSliceRecordsTheReplacementAndMapsPositionsOntoT
     EXPECT_EQ((Paths{f.open, f.closed}), removed);
     EXPECT_EQ((Paths{&pieceA, &pieceB}), added);
     SimplePathPosition at;
-    f.open->makePosition(1, 0.25, at);
+    EXPECT_EQ(SimplePath::Success, f.open->makePosition(1, 0.25, at));
     auto const moved = change.translate({f.open, at});
     EXPECT_EQ(&pieceA, moved.first.getPointer());
     op->undoOperation();
@@ -217,10 +217,10 @@ TEST(PathLevelOperations, ASliceRefusesDegenerateCutsAndSurvivesBadInput) {
     Fixture f;
     DrawingState const before = drawingState(f.all());
     SimplePathPosition a, b, far, nan;
-    f.closed->makePosition(1, 0.0, a);
-    f.closed->makePosition(0, 0.7, b); // nearest anchor: 1 as well
-    f.closed->makePosition(1000, 0.0, far);
-    f.closed->makePosition(2, std::numeric_limits<double>::quiet_NaN(), nan);
+    EXPECT_EQ(SimplePath::Success, f.closed->makePosition(1, 0.0, a));
+    EXPECT_EQ(SimplePath::Success, f.closed->makePosition(0, 0.7, b)); // nearest anchor: 1 as well
+    EXPECT_EQ(SimplePath::Success, f.closed->makePosition(1000, 0.0, far));
+    EXPECT_EQ(SimplePath::Success, f.closed->makePosition(2, std::numeric_limits<double>::quiet_NaN(), nan));
     auto attempt = [&](PHashablePointer<SimplePath> p1, SimplePathPosition const& q1,
                        PHashablePointer<SimplePath> p2, SimplePathPosition const& q2) {
         Op op(F::createSlicePathOperation(p1, q1, p2, q2));
@@ -249,8 +249,8 @@ TEST(PathLevelOperations, ASliceRefusesDegenerateCutsAndSurvivesBadInput) {
 TEST(PathLevelOperations, AClosedPathGivenFirstIsCutAsIfGivenSecond) {
     Fixture one, two;
     SimplePathPosition onOpen, onClosed;
-    one.open->makePosition(2, 0.0, onOpen);
-    one.closed->makePosition(1, 0.0, onClosed);
+    EXPECT_EQ(SimplePath::Success, one.open->makePosition(2, 0.0, onOpen));
+    EXPECT_EQ(SimplePath::Success, one.closed->makePosition(1, 0.0, onClosed));
     Op forward(F::createSlicePathOperation(one.open, onOpen, one.closed, onClosed));
     Op swapped(F::createSlicePathOperation(two.closed, onClosed, two.open, onOpen));
     Paths affected1, affected2;
@@ -273,8 +273,8 @@ TEST(PathLevelOperations, NoneHasARecordAndTheCallersRecordIsNotFreed) {
     ArbTrans<DPoint>* const noTransform = nullptr;
     Paths list{f.open};
     SimplePathPosition p0, p1;
-    f.open->makePosition(0, 0.0, p0);
-    f.open->makePosition(2, 0.0, p1);
+    EXPECT_EQ(SimplePath::Success, f.open->makePosition(0, 0.0, p0));
+    EXPECT_EQ(SimplePath::Success, f.open->makePosition(2, 0.0, p1));
     std::vector<Op> ops;
     ops.emplace_back(F::createDeleteOperation(f.open));
     ops.emplace_back(F::createTranslateOperation(f.open, DVector(1, 1)));

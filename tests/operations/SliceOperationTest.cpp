@@ -211,7 +211,7 @@ class RandomSlice {
                     continue;
                 }
                 SimplePathPosition at;
-                p->makePosition(i, t, at);
+                EXPECT_EQ(SimplePath::Success, p->makePosition(i, t, at));
                 held.emplace_back(p, at);
                 heldAt.push_back(evaluate(segs[i], t));
             }
@@ -229,7 +229,7 @@ class RandomSlice {
             }
             for (Cut* c : order) {
                 SimplePathPosition where;
-                c->path->makePosition(c->segment, c->t, where);
+                EXPECT_EQ(SimplePath::Success, c->path->makePosition(c->segment, c->t, where));
                 group->addOperation(
                     SimplePathOperationFactory::createAddVertexAtPositionOperation(c->path, where, false));
             }
@@ -237,11 +237,11 @@ class RandomSlice {
             auto anchorIndex = [&](Cut const& c) {
                 return c.segment + 1 + (same && c.segment != low ? 1 : 0);
             };
-            p1->makePosition(anchorIndex(one), 0.0, at1);
-            p2->makePosition(anchorIndex(two), 0.0, at2);
+            EXPECT_EQ(SimplePath::Success, p1->makePosition(anchorIndex(one), 0.0, at1));
+            EXPECT_EQ(SimplePath::Success, p2->makePosition(anchorIndex(two), 0.0, at2));
         } else {
-            p1->makePosition(one.segment, 0.0, at1);
-            p2->makePosition(two.segment, 0.0, at2);
+            EXPECT_EQ(SimplePath::Success, p1->makePosition(one.segment, 0.0, at1));
+            EXPECT_EQ(SimplePath::Success, p2->makePosition(two.segment, 0.0, at2));
         }
         auto* slice = static_cast<SliceSimplePathOperation*>(
             SimplePathOperationFactory::createSlicePathOperation(p1, at1, p2, at2));
