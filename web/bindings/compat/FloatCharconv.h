@@ -126,8 +126,9 @@ inline to_chars_result to_chars(char* first, char* last, double value) {
     if (char const* e = std::strchr(text, 'e')) {
         int const exponent = std::atoi(e + 1);
         char plain[400];
-        int const plainLength = exponent >= 0 ? std::snprintf(plain, sizeof plain, "%.0f", value)
-                                              : std::snprintf(plain, sizeof plain, "%.*f", high - 1 - exponent, value);
+        int const plainLength = exponent >= 0
+                                    ? std::snprintf(plain, sizeof plain, "%.0f", value)
+                                    : std::snprintf(plain, sizeof plain, "%.*f", high - 1 - exponent, value);
         if (plainLength > 0 && plainLength < int(sizeof plain) && plainLength <= length &&
             floatcharconv::readsBackAs(plain, value)) {
             std::memcpy(text, plain, std::size_t(plainLength) + 1);
