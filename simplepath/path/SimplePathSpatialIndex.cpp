@@ -28,10 +28,11 @@ constexpr Box kEverything = {-kInfinity, -kInfinity, kInfinity, kInfinity};
 // box the linear walks prune with). A NaN among the control points makes the box unbounded: such a
 // segment is never pruned, so it is treated exactly as the member treats it.
 Box segmentBox(PBezier const& b) {
-    for (int i = 0; i < 4; ++i) {
-        if (std::isnan(b[i].x) || std::isnan(b[i].y)) {
-            return kEverything;
-        }
+    // One sum of all eight coordinates is NaN when any of them is NaN (or infinite, or so large that the
+    // sum overflows); those segments get the unbounded box, which is merely cautious for the finite ones.
+    double const sum = b[0].x + b[0].y + b[1].x + b[1].y + b[2].x + b[2].y + b[3].x + b[3].y;
+    if (!(sum - sum == 0.0)) {
+        return kEverything;
     }
     SimplePathControlBox const c(b);
     return {c.minX, c.minY, c.maxX, c.maxY};
@@ -82,16 +83,17 @@ SimplePath::Result storeVertex(SimplePathVertex* picked, SimplePathVertex*& vert
 SimplePath::Result SimplePathSpatialIndex::build(SimplePath const& source) {
     clear();
     int const n = source.numTriples();
+    int const segments = n == 0 ? 0 : (source.isClosedSimplePath() != 0 ? n : n - 1);
     int count[kMaxLevels];
     int start[kMaxLevels];
     int depth = 0;
-    int total = 0;
+    int total = 0; // boxes stored, level 1 up
     if (n > 0) {
         int c = n;
         for (;;) {
             count[depth] = c;
-            start[depth] = total;
-            total += c;
+            start[depth] = depth == 0 ? 0 : total;
+            total += depth == 0 ? 0 : c;
             ++depth;
             if (c == 1) {
                 break;
@@ -100,8 +102,10 @@ SimplePath::Result SimplePathSpatialIndex::build(SimplePath const& source) {
         }
     }
     try {
+        curves.resize(static_cast<std::size_t>(segments));
         boxes.resize(static_cast<std::size_t>(total));
     } catch (std::bad_alloc const&) {
+        curves = std::vector<PBezier>();
         boxes = std::vector<Box>();
         return SimplePath::Failure;
     }
@@ -133,6 +137,7 @@ void SimplePathSpatialIndex::clear() {
     triples = 0;
     closed = false;
     levels = 0;
+    curves.clear();
     boxes.clear();
 }
 
@@ -141,31 +146,35 @@ bool SimplePathSpatialIndex::isCurrent() const {
            path->numTriples() == triples && (path->isClosedSimplePath() != 0) == closed;
 }
 
-// Bottom level: the segments' control boxes (empty for the last triple of an open path, which starts no
-// segment). The level above adds the vertices of its two triples, so that every vertex, handles of open
-// ends included, lies in the boxes of all levels above the bottom one; higher levels are unions.
+inline SimplePathSpatialIndex::Box SimplePathSpatialIndex::box(int level, int index) const {
+    if (level == 0) {
+        return static_cast<std::size_t>(index) < curves.size()
+                   ? segmentBox(curves[static_cast<std::size_t>(index)])
+                   : kEmpty;
+    }
+    return boxes[static_cast<std::size_t>(levelStart[level] + index)];
+}
+
+// The control points as the linear members read them (the same reader, so the same doubles); then level 1
+// from pairs of segment boxes and the vertices of the two triples, and every higher level from unions.
 void SimplePathSpatialIndex::computeBoxes() {
     if (levels == 0) {
         return;
     }
     SimplePathTripleList const& list = path->getTripleList();
     SimplePathSegmentReader const reader(list, closed ? 1 : 0);
-    Box* const bottom = &boxes[static_cast<std::size_t>(levelStart[0])];
-    for (int i = reader.segmentCount(); i < triples; ++i) {
-        bottom[i] = kEmpty;
-    }
-    reader.forward([bottom](int s, PBezier const& b) {
-        bottom[s] = segmentBox(b);
+    PBezier* const copied = curves.data();
+    reader.forward([copied](int s, PBezier const& b) {
+        copied[s] = b;
         return true;
     });
     for (int k = 1; k < levels; ++k) {
-        Box const* const below = &boxes[static_cast<std::size_t>(levelStart[k - 1])];
         Box* const here = &boxes[static_cast<std::size_t>(levelStart[k])];
         int const belowCount = levelCount[k - 1];
         for (int j = 0; j < levelCount[k]; ++j) {
-            Box b = below[2 * j];
+            Box b = box(k - 1, 2 * j);
             if (2 * j + 1 < belowCount) {
-                include(b, below[2 * j + 1]);
+                include(b, box(k - 1, 2 * j + 1));
             }
             if (k == 1) {
                 for (int i = 2 * j; i < 2 * j + 2 && i < triples; ++i) {
@@ -261,7 +270,7 @@ SimplePath::Result SimplePathSpatialIndex::findClosestPosition(DPoint const& poi
             if (s >= segments) {
                 continue;
             }
-            PBezier const b = reader.segment(s);
+            PBezier const& b = curves[static_cast<std::size_t>(s)];
             double t = b.findNearestPointTValue(point);
             t = t < 0.0 ? 0.0 : (t > 1.0 ? 1.0 : t);
             double const d = ::squaredDistance(b.bValue(t), point);
@@ -351,7 +360,7 @@ SimplePath::Result SimplePathSpatialIndex::findIntersections(DPoint const& a, DP
         if (s >= segments) {
             return true;
         }
-        PBezier const mapped = reader.segment(s);
+        PBezier const& mapped = curves[static_cast<std::size_t>(s)];
         PBezier const onAxis(toAxis * mapped[0], toAxis * mapped[1], toAxis * mapped[2], toAxis * mapped[3]);
         double const y0 = onAxis[0].y, y1 = onAxis[1].y, y2 = onAxis[2].y, y3 = onAxis[3].y;
         if ((y0 > 0.0 && y1 > 0.0 && y2 > 0.0 && y3 > 0.0) ||
@@ -446,7 +455,7 @@ SimplePath::Result SimplePathSpatialIndex::pickPosition(DPoint const& point, dou
             if (s >= segments) {
                 return true;
             }
-            double const t = reader.segment(s).findParameter(point, 0.5, tolerance);
+            double const t = curves[static_cast<std::size_t>(s)].findParameter(point, 0.5, tolerance);
             if (t >= 0.0 && t < 1.0) {
                 position.setValues(s, t);
                 found = true;
@@ -516,7 +525,7 @@ int SimplePathSpatialIndex::inBox(DPoint const& boxMin, DPoint const& boxMax) co
             return true;
         }
         points.clear();
-        reader.segment(s).getPolyline(1.0, points);
+        curves[static_cast<std::size_t>(s)].getPolyline(1.0, points);
         for (DPoint const& p : points) {
             if (inside(p)) {
                 found = 1;

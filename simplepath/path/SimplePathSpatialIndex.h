@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "simplepath/interfaces/DPoint.h"
+#include "simplepath/interfaces/PBezier.h"
 #include "simplepath/path/SimplePath.h"
 #include "simplepath/path/SimplePathPosition.h"
 #include "simplepath/path/SimplePathVertex.h"
@@ -77,15 +78,18 @@ class SimplePathSpatialIndex {
     };
 
   private:
-    // The boxes of every level, bottom level first; level k starts at levelStart[k] and holds
-    // levelCount[k] boxes, each the union of two boxes of level k - 1 (the last one may have only one).
+    // Level 0 has one entry per triple: the control box of the segment that starts there (empty for the
+    // last triple of an open path), computed when needed from the copy of the segment's control points
+    // kept in `curves`, so that the bottom of a walk reads one contiguous record per segment and never the
+    // vertex objects. Level k >= 1 starts at levelStart[k] in `boxes` and holds levelCount[k] boxes, each
+    // the union of two boxes of level k - 1 (the last one may have only one); level 1 also takes in the
+    // vertices of its two triples, so that every vertex lies in the boxes above it.
     static constexpr int kMaxLevels = 40;
 
-    // Fills every level from the path's current vertices; the storage must already be sized.
+    // Copies the control points and fills every level from the path's current vertices; the storage
+    // must already be sized.
     void computeBoxes();
-    Box const& box(int level, int index) const {
-        return boxes[static_cast<std::size_t>(levelStart[level] + index)];
-    }
+    Box box(int level, int index) const;
     // Walks the hierarchy from the top in descending path order (the later half of every box first),
     // entering the boxes that pass keep(box) and calling atBottom(i) for each box i of level `bottom`
     // reached, until atBottom returns false. Returns false when it was stopped.
@@ -99,5 +103,6 @@ class SimplePathSpatialIndex {
     int levels = 0;
     int levelStart[kMaxLevels] = {};
     int levelCount[kMaxLevels] = {};
+    std::vector<PBezier> curves;
     std::vector<Box> boxes;
 };
