@@ -70,6 +70,10 @@ double squaredGap(Box const& box, DPoint const& p) {
     return dx * dx + dy * dy;
 }
 
+DPoint centre(Box const& box) {
+    return {0.5 * box.minX + 0.5 * box.maxX, 0.5 * box.minY + 0.5 * box.maxY};
+}
+
 SimplePath::Result storeVertex(SimplePathVertex* picked, SimplePathVertex*& vertex) {
     if (picked == nullptr) {
         return SimplePath::Failure;
@@ -283,11 +287,19 @@ SimplePath::Result SimplePathSpatialIndex::findClosestPosition(DPoint const& poi
         }
         int const level = node.level - 1;
         int const left = 2 * node.index;
-        double const leftBound = squaredGap(box(level, left), point);
+        Box const leftBox = box(level, left);
+        double const leftBound = squaredGap(leftBox, point);
         if (left + 1 < levelCount[level]) {
-            double const rightBound = squaredGap(box(level, left + 1), point);
-            // The nearer half goes on top, to be searched first; on a tie the earlier one.
-            if (rightBound < leftBound) {
+            Box const rightBox = box(level, left + 1);
+            double const rightBound = squaredGap(rightBox, point);
+            // The nearer half goes on top, to be searched first. When the point lies in both boxes (high up
+            // in the hierarchy, where boxes are large), the one whose centre is nearer.
+            bool rightFirst = rightBound < leftBound;
+            if (leftBound == 0.0 && rightBound == 0.0) {
+                rightFirst =
+                    ::squaredDistance(centre(rightBox), point) < ::squaredDistance(centre(leftBox), point);
+            }
+            if (rightFirst) {
                 if (!(leftBound > best)) {
                     stack[top++] = {level, left, leftBound};
                 }
