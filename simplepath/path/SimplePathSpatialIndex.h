@@ -25,15 +25,19 @@
 // triples, same closed flag), refit() brings the index up to date without allocating; after any other
 // edit, build() again.
 //
-// Structure. Leaf i holds the control box of segment i (the box of its four control points, which holds
-// the curve, widened by a rounding margin); the level above holds the boxes of pairs of consecutive
-// leaves together with the vertices of their two triples, and so on up to one box for the whole path.
-// The hierarchy follows path order rather than sorting the segments in space: a path is a chain of
+// Structure. Leaf i holds a copy of the control points of segment i, in path order, and stands for their
+// box (which holds the curve), widened by a rounding margin; the level above holds the boxes of pairs of
+// consecutive leaves together with the vertices of their two triples, and so on up to one box for the whole
+// path. The hierarchy follows path order rather than sorting the segments in space: a path is a chain of
 // segments joined end to end, so a run of consecutive segments stays within the reach of its own control
 // polygon, and runs make tight boxes on the outlines a design application draws. Path order also makes the
 // building linear in the number of segments, with no sorting, and lets the queries that must answer in
 // path order (the last hit wins in the picks, crossings are listed from the last segment to the first)
 // walk the boxes in that order and stop at the first answer.
+//
+// A path that winds back over itself many times makes looser boxes and slower queries, never other
+// answers. The index takes about 100 bytes per segment: the copied control points and one box per pair
+// of boxes below.
 //
 // A NaN coordinate makes the boxes that hold it unbounded, so bad input is never pruned away: the query
 // then falls back, in effect, to the linear walk over those segments, and answers as the member does.
