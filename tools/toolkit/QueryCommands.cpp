@@ -58,7 +58,8 @@ char const* modeName(SimplePathVertexTriple::VertexTripleMode mode) {
 
 DPoint located(SimplePath const& path, SimplePathPosition const& position) {
     DPoint point;
-    path.locatePosition(position, point);
+    // A position the path cannot locate reports the origin, as the command always has.
+    (void)path.locatePosition(position, point);
     return point;
 }
 
@@ -72,7 +73,8 @@ int runInfo(Session& session, InfoStep const&) {
         SimplePath const& path = *session.paths[i];
         bool const closed = path.isClosedSimplePath() != 0;
         std::list<SimplePathLocationTriple> triples;
-        path.getLocationTripleList(triples);
+        // Reading the locations always succeeds.
+        (void)path.getLocationTripleList(triples);
         json modes = json::array();
         int counts[3] = {0, 0, 0};
         for (SimplePathLocationTriple const& t : triples) {
@@ -88,8 +90,9 @@ int runInfo(Session& session, InfoStep const&) {
             double minX = 0, minY = 0, maxX = 0, maxY = 0;
             DPoint top, bottom;
             double length = 0.0;
-            path.getMinMax(minX, minY, maxX, maxY);
-            path.getTopBottom(top, bottom);
+            // An empty path reports the sentinels, as the command always has.
+            (void)path.getMinMax(minX, minY, maxX, maxY);
+            (void)path.getTopBottom(top, bottom);
             path.pretransformLength(IdTrans<DPoint>(), length);
             entry["bounds"] = {report.value(minX), report.value(minY), report.value(maxX),
                                report.value(maxY)};
