@@ -33,7 +33,7 @@ SimplePathSpatialIndex const& indexOf(int segments) {
     std::unique_ptr<SimplePathSpatialIndex>& index = made[segments];
     if (!index) {
         index = std::make_unique<SimplePathSpatialIndex>();
-        index->build(blob(segments));
+        (void)index->build(blob(segments));
     }
     return *index;
 }
@@ -43,7 +43,7 @@ constexpr int kQueries = 256;
 // Points spread uniformly over the path's bounds, inside and outside the outline.
 std::vector<DPoint> scatter(SimplePath const& path, std::uint64_t seed) {
     double minX, minY, maxX, maxY;
-    path.getMinMax(minX, minY, maxX, maxY);
+    (void)path.getMinMax(minX, minY, maxX, maxY);
     support::UnitRandom random(seed);
     std::vector<DPoint> points;
     for (int i = 0; i < kQueries; ++i) {
@@ -59,9 +59,9 @@ std::vector<DPoint> nearCurve(SimplePath const& path, std::uint64_t seed) {
     int const n = path.numTriples();
     for (int i = 0; i < kQueries; ++i) {
         SimplePathPosition position;
-        path.makePosition(static_cast<int>(random.next() * n), random.next(), position);
+        (void)path.makePosition(static_cast<int>(random.next() * n), random.next(), position);
         DPoint p;
-        path.locatePosition(position, p);
+        (void)path.locatePosition(position, p);
         points.push_back(p + DVector(random.between(-0.05, 0.05), random.between(-0.05, 0.05)));
     }
     return points;
@@ -93,9 +93,9 @@ template <bool Indexed> void BM_Nearest(benchmark::State& state) {
         SimplePathPosition position;
         double d2 = 0.0;
         if (Indexed) {
-            index.findClosestPosition(points[i++ % kQueries], position, d2);
+            (void)index.findClosestPosition(points[i++ % kQueries], position, d2);
         } else {
-            path.findClosestPosition(points[i++ % kQueries], position, d2);
+            (void)path.findClosestPosition(points[i++ % kQueries], position, d2);
         }
         benchmark::DoNotOptimize(d2);
     }
@@ -112,9 +112,9 @@ template <bool Indexed> void BM_Intersections(benchmark::State& state) {
         std::list<SimplePathPosition> crossings;
         Line const& line = all[i++ % kQueries];
         if (Indexed) {
-            index.findIntersections(line.a, line.b, crossings);
+            (void)index.findIntersections(line.a, line.b, crossings);
         } else {
-            path.pretransformFindIntersections(line.a, line.b, id, crossings);
+            (void)path.pretransformFindIntersections(line.a, line.b, id, crossings);
         }
         benchmark::DoNotOptimize(crossings);
     }
@@ -129,9 +129,9 @@ template <bool Indexed> void BM_PickVertex(benchmark::State& state) {
     for (auto _ : state) {
         SimplePathVertex* vertex = nullptr;
         if (Indexed) {
-            index.pickVertex(points[i++ % kQueries], 0.1, vertex);
+            (void)index.pickVertex(points[i++ % kQueries], 0.1, vertex);
         } else {
-            path.pickVertex(points[i++ % kQueries], 0.1, vertex);
+            (void)path.pickVertex(points[i++ % kQueries], 0.1, vertex);
         }
         benchmark::DoNotOptimize(vertex);
     }
@@ -146,9 +146,9 @@ template <bool Indexed> void BM_PickPosition(benchmark::State& state) {
     for (auto _ : state) {
         SimplePathPosition position;
         if (Indexed) {
-            index.pickPosition(points[i++ % kQueries], 0.1, position);
+            (void)index.pickPosition(points[i++ % kQueries], 0.1, position);
         } else {
-            path.pickPosition(points[i++ % kQueries], 0.1, position);
+            (void)path.pickPosition(points[i++ % kQueries], 0.1, position);
         }
         benchmark::DoNotOptimize(position);
     }
@@ -174,7 +174,7 @@ void BM_IndexBuild(benchmark::State& state) {
     SimplePath const& path = blob(static_cast<int>(state.range(0)));
     for (auto _ : state) {
         SimplePathSpatialIndex index;
-        index.build(path);
+        (void)index.build(path);
         benchmark::DoNotOptimize(index);
     }
 }
@@ -184,19 +184,19 @@ void BM_IndexBuild(benchmark::State& state) {
 void BM_IndexRefit(benchmark::State& state) {
     SimplePath& path = blob(static_cast<int>(state.range(0)));
     SimplePathSpatialIndex index;
-    index.build(path);
+    (void)index.build(path);
     double step = 1e-3;
     for (auto _ : state) {
         state.PauseTiming();
-        path.translate(DVector(step, 0.0));
+        (void)path.translate(DVector(step, 0.0));
         step = -step;
         state.ResumeTiming();
-        index.refit();
+        (void)index.refit();
         benchmark::DoNotOptimize(index);
     }
     // Leaves the shared path where it was.
     if (step < 0.0) {
-        path.translate(DVector(-1e-3, 0.0));
+        (void)path.translate(DVector(-1e-3, 0.0));
     }
 }
 

@@ -6,7 +6,8 @@
 
 #include "simplepath/interfaces/P2DMatrix.h"
 #include "simplepath/interfaces/PBezier.h"
-#include "simplepath/path/SimplePathSegmentReader.h"
+#include "simplepath/interfaces/detail/Tolerances.h"
+#include "simplepath/path/detail/SimplePathSegmentReader.h"
 
 // Why the pruning leaves every answer exactly that of the linear member: each query below visits every
 // segment (or vertex) that the member could answer with, and runs on it the very computation the member
@@ -353,7 +354,8 @@ SimplePath::Result SimplePathSpatialIndex::findIntersections(DPoint const& a, DP
     }
 
     // y on the axis is oy + ax * x + ay * y, evaluated (as the member does) with a relative error of a few
-    // ulps of |oy| + |ax x| + |ay y|; the margin allows 1e-12 of that, plus an absolute term for underflow.
+    // ulps of |oy| + |ax x| + |ay y|, and so is the bound over the box; the margin allows the rounding guard
+    // of that sum, many times both, plus the smallest normal double for underflow.
     double const oy = toAxis.origin().y, ax = toAxis.xAxis().y, ay = toAxis.yAxis().y;
     auto const mayCross = [oy, ax, ay](Box const& box) {
         double const lo =
@@ -363,7 +365,8 @@ SimplePath::Result SimplePathSpatialIndex::findIntersections(DPoint const& a, DP
         double const reach = std::fabs(oy) +
                              std::fabs(ax) * std::fmax(std::fabs(box.minX), std::fabs(box.maxX)) +
                              std::fabs(ay) * std::fmax(std::fabs(box.minY), std::fabs(box.maxY));
-        double const margin = 1e-12 * reach + 1e-300;
+        double const margin =
+            simplepath_tolerance::kRoundingGuard * reach + std::numeric_limits<double>::min();
         return !(lo > margin || hi < -margin); // NaN anywhere keeps the box
     };
     std::vector<double> params; // made on the first segment that needs solving, then reused

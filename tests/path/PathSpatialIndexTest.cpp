@@ -95,7 +95,7 @@ std::vector<DPoint> vertexLocations(SimplePath const& path) {
     std::vector<DPoint> out;
     for (int i = 0; i < path.numTriples(); ++i) {
         SimplePathVertexTriple t;
-        path.getTriple(i, t);
+        EXPECT_EQ(SimplePath::Success, path.getTriple(i, t));
         out.push_back(t.first->getLocation());
         out.push_back(t.anchor->getLocation());
         out.push_back(t.last->getLocation());
@@ -226,7 +226,7 @@ TEST(SpatialIndex, NonFiniteCoordinatesGiveTheMembersAnswers) {
     for (int closedFlag : {0, 1}) {
         SimplePath path = randomPath(3, 40, closedFlag, Shape::Blob, 100.0, DPoint(0.0, 0.0));
         std::list<SimplePathLocationTriple> triples;
-        path.getLocationTripleList(triples);
+        EXPECT_EQ(SimplePath::Success, path.getLocationTripleList(triples));
         int i = 0;
         for (SimplePathLocationTriple& t : triples) {
             if (i == 5) {
@@ -289,55 +289,62 @@ TEST(SpatialIndex, StaleAfterEditsAndRefitAfterMoves) {
     };
     static SimplePath other = randomPath(77, 30, 1, Shape::Blob, 50.0, DPoint(10.0, 0.0));
     std::vector<Edit> const edits = {
-        {"translate", true, [](SimplePath& p) { p.translate(DVector(3.0, -1.0)); }},
+        {"translate", true,
+         [](SimplePath& p) { EXPECT_EQ(SimplePath::Success, p.translate(DVector(3.0, -1.0))); }},
         {"scale", true, [](SimplePath& p) { p.scale(1.5, 0.5); }},
-        {"transform", true, [](SimplePath& p) { p.transform(support::Bend()); }},
+        {"transform", true,
+         [](SimplePath& p) { EXPECT_EQ(SimplePath::Success, p.transform(support::Bend())); }},
         {"smooth mode", true,
          [](SimplePath& p) {
              SimplePathVertexTriple t;
-             p.getTriple(4, t);
+             EXPECT_EQ(SimplePath::Success, p.getTriple(4, t));
              SimplePathChangeInstruction change;
-             p.setSmoothMode(t.anchor, change);
+             EXPECT_EQ(SimplePath::Success, p.setSmoothMode(t.anchor, change));
          }},
         {"change triple", true,
          [](SimplePath& p) {
              SimplePathVertexTriple t;
-             p.getTriple(7, t);
+             EXPECT_EQ(SimplePath::Success, p.getTriple(7, t));
              SimplePathChangeInstruction change;
-             p.changeTriple(t.first, DPoint(500, 500), t.anchor, DPoint(510, 500), t.last, DPoint(520, 500),
-                            SimplePathVertexTriple::Cusp, change);
+             EXPECT_EQ(SimplePath::Success,
+                       p.changeTriple(t.first, DPoint(500, 500), t.anchor, DPoint(510, 500), t.last,
+                                      DPoint(520, 500), SimplePathVertexTriple::Cusp, change));
          }},
         {"location list", true,
          [](SimplePath& p) {
              std::list<SimplePathLocationTriple> triples;
-             p.getLocationTripleList(triples);
+             EXPECT_EQ(SimplePath::Success, p.getLocationTripleList(triples));
              triples.front().anchor = DPoint(-900.0, 900.0);
-             p.setLocationTripleList(triples);
+             EXPECT_EQ(SimplePath::Success, p.setLocationTripleList(triples));
          }},
         {"open", true, [](SimplePath& p) { p.setStrictClosed(0); }},
         {"delete vertex", false,
          [](SimplePath& p) {
              SimplePathVertexTriple t;
-             p.getTriple(3, t);
+             EXPECT_EQ(SimplePath::Success, p.getTriple(3, t));
              SimplePathChangeInstruction change;
-             p.deleteVertex(t.anchor, change);
+             EXPECT_EQ(SimplePath::Success, p.deleteVertex(t.anchor, change));
+             // The removed triple's vertices are the caller's to free.
+             delete t.first;
+             delete t.anchor;
+             delete t.last;
          }},
         {"add vertex", false,
          [](SimplePath& p) {
              SimplePathPosition at;
-             p.makePosition(2, 0.5, at);
+             EXPECT_EQ(SimplePath::Success, p.makePosition(2, 0.5, at));
              SimplePathChangeInstruction change;
-             p.addVertexAtPosition(at, change);
+             EXPECT_EQ(SimplePath::Success, p.addVertexAtPosition(at, change));
          }},
         {"assign", true, [](SimplePath& p) { p = other; }},
         {"move assign", true, [](SimplePath& p) { p = SimplePath(other); }},
         {"undo", true,
          [](SimplePath& p) {
              SimplePathMemento* memento = nullptr;
-             p.createMemento(&memento);
+             EXPECT_EQ(SimplePath::Success, p.createMemento(&memento));
              std::unique_ptr<SimplePathMemento> owned(memento);
-             p.translate(DVector(1.0, 1.0));
-             p.undo(memento);
+             EXPECT_EQ(SimplePath::Success, p.translate(DVector(1.0, 1.0)));
+             EXPECT_EQ(SimplePath::Success, p.undo(memento));
          }},
     };
     for (Edit const& edit : edits) {
@@ -368,14 +375,14 @@ TEST(SpatialIndex, ReadingThePathKeepsItCurrent) {
     ASSERT_EQ(SimplePath::Success, index.build(path));
     SimplePath copy(path);
     double a, b, c, d;
-    path.getMinMax(a, b, c, d);
+    EXPECT_EQ(SimplePath::Success, path.getMinMax(a, b, c, d));
     SimplePathMemento* memento = nullptr;
-    path.createMemento(&memento);
+    EXPECT_EQ(SimplePath::Success, path.createMemento(&memento));
     delete memento;
     EXPECT_TRUE(index.isCurrent());
     SimplePathSpatialIndex copied(index);
     EXPECT_TRUE(copied.isCurrent());
-    copy.translate(DVector(1.0, 0.0));
+    EXPECT_EQ(SimplePath::Success, copy.translate(DVector(1.0, 0.0)));
     EXPECT_TRUE(index.isCurrent());
 }
 
