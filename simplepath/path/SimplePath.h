@@ -240,7 +240,8 @@ class SimplePath {
     // deleted. The neighbours' handles stay where they are.
     Result deleteVertex(SimplePathVertex* const& anchor, SimplePathChangeInstruction& change);
 
-    // Takes the caller's triple as it stands (its vertex objects, their locations and its mode) into the
+    // ---- Whole triples and whole paths (edit/SimplePath+AdoptTriple.cpp, edit/SimplePath+DeletePath.cpp)
+    // ---- Takes the caller's triple as it stands (its vertex objects, their locations and its mode) into the
     // path as triple `index`: n appends, a negative index inserts at the front. The path owns the vertices
     // afterwards. Fails, leaving them the caller's, for a null vertex, an index beyond n or a vertex the
     // path already holds. Nothing is recorded: the caller knows what it inserted.

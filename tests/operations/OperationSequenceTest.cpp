@@ -109,7 +109,7 @@ class Sequence {
             t = std::numeric_limits<double>::quiet_NaN();
         }
         SimplePathPosition position;
-        (void)path.makePosition(index, t, position);
+        EXPECT_EQ(SimplePath::Success, path.makePosition(index, t, position));
         return position;
     }
 

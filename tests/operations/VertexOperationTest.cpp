@@ -99,7 +99,7 @@ TEST(ModeOperations, EachSetsItsModeThroughAnyVertexOfTheTripleAndUndoes) {
 TEST(Factory, ShellFlagDecidesWhetherNullArgumentsGiveAnOperation) {
     SimplePath path;
     SimplePathVertex* anchor = nullptr;
-    (void)path.addSingle(DPoint(1.0, 2.0), anchor);
+    EXPECT_EQ(SimplePath::Success, path.addSingle(DPoint(1.0, 2.0), anchor));
     EXPECT_EQ(nullptr, Op(F::createSetCuspModeOperation(nullptr, anchor, false)));
     EXPECT_EQ(nullptr, Op(F::createSetSmoothModeOperation(&path, nullptr, false)));
     EXPECT_EQ(nullptr, Op(F::createDeleteVertexOperation(&path, nullptr, false)));
@@ -131,7 +131,7 @@ TEST(Factory, ShellFlagDecidesWhetherNullArgumentsGiveAnOperation) {
     // A vertex of another path is refused by the edit, not the factory.
     SimplePath other;
     SimplePathVertex* foreign = nullptr;
-    (void)other.addSingle(DPoint(5.0, 5.0), foreign);
+    EXPECT_EQ(SimplePath::Success, other.addSingle(DPoint(5.0, 5.0), foreign));
     Op wrong(F::createSetSmoothModeOperation(&path, foreign, false));
     EXPECT_EQ(SimplePathOperation::EditFailed, execute(*wrong).result);
 }
@@ -259,9 +259,9 @@ TEST(AddVertex, InsertsAtThePositionAndReusesItsTripleOnRedo) {
     std::vector<std::unique_ptr<SimplePath>> pool;
     SimplePath* const path = addPath(pool, row(3), 0);
     SimplePathPosition position;
-    (void)path->makePosition(1, 0.5, position);
+    EXPECT_EQ(SimplePath::Success, path->makePosition(1, 0.5, position));
     DPoint expected;
-    (void)path->locatePosition(position, expected);
+    EXPECT_EQ(SimplePath::Success, path->locatePosition(position, expected));
     auto add = std::make_unique<AddSimplePathVertexOperation>(path, position);
     executeUndoRedo(*add, pool, [&] {
         EXPECT_EQ(4, path->numTriples());
@@ -282,7 +282,7 @@ TEST(AddVertex, PositionsThatNameNoSegmentFailWithoutAMemento) {
     DrawingState const before = drawingState(pool);
     for (auto [index, t] : {std::pair<int, double>{7, 0.5}, {-1, 0.0}, {1, kNaN}, {2, 0.5}}) {
         SimplePathPosition position;
-        (void)path->makePosition(index, t, position);
+        EXPECT_EQ(SimplePath::Success, path->makePosition(index, t, position));
         Op add(F::createAddVertexAtPositionOperation(path, position, false));
         EXPECT_EQ(SimplePathOperation::EditFailed, execute(*add).result) << index << " " << t;
         add->undoOperation();
@@ -301,7 +301,7 @@ TEST(InsertVertices, InsertsTheRunInOrderAndRedoesWithTheSameVertices) {
         ASSERT_EQ(5, path->numTriples());
         std::vector<SimplePathLocationTriple> const now = [&] {
             std::list<SimplePathLocationTriple> l;
-            (void)path->getLocationTripleList(l);
+            EXPECT_EQ(SimplePath::Success, path->getLocationTripleList(l));
             return std::vector<SimplePathLocationTriple>(l.begin(), l.end());
         }();
         EXPECT_EQ(run.front(), now[1]);
@@ -314,7 +314,7 @@ TEST(InsertVertices, InsertsTheRunInOrderAndRedoesWithTheSameVertices) {
     insert->undoOperation();
     Outcome const again = execute(*insert);
     SimplePathPosition p1;
-    (void)path->makePosition(1, 0.0, p1);
+    EXPECT_EQ(SimplePath::Success, path->makePosition(1, 0.0, p1));
     EXPECT_EQ(3, again.change->translate({path, p1}).second.getIndex());
 
     Op front(F::createInsertVerticesOperation(path, run, -1, false));
@@ -442,7 +442,7 @@ TEST(SplitVertex, AnOpenPathFallsApartIntoPiecesThatRedoRefills) {
     std::vector<std::unique_ptr<SimplePath>> pool;
     SimplePath* const path = addPath(pool, row(4), 0);
     SimplePathPosition position;
-    (void)path->makePosition(1, 0.7, position); // nearest anchor: 2
+    EXPECT_EQ(SimplePath::Success, path->makePosition(1, 0.7, position)); // nearest anchor: 2
     auto split = std::make_unique<SplitSimplePathVertexOperation>(path, position, nullptr, nullptr);
     DrawingState const before = drawingState(pool);
     Outcome const run = execute(*split);
@@ -478,6 +478,29 @@ TEST(SplitVertex, AClosedPathOpensAtTheAnchorAndEndAnchorsCannotBeSplit) {
     EXPECT_EQ(nullptr, Op(F::createSplitVertexOperation(open.get(), tripleAt(*open, 4).anchor)));
     EXPECT_EQ(nullptr, Op(F::createSplitVertexOperation(open.get(), tripleAt(*path, 1).anchor)));
     EXPECT_NE(nullptr, Op(F::createSplitVertexOperation(open.get(), tripleAt(*open, 1).anchor)));
+}
+
+} // namespace
+
+namespace {
+
+TEST(OperationFramework, AFailedExecutionKeepsItsMementoForUndo) {
+    std::vector<std::unique_ptr<SimplePath>> pool;
+    SimplePath* const path = addPath(pool, row(3), 0);
+    SimplePath* const other = addPath(pool, row(2, 50.0), 0);
+    DrawingState const before = drawingState(pool);
+    // The vertex is not the path's: the memento is taken, then the edit fails.
+    Op del(F::createDeleteVertexOperation(path, tripleAt(*other, 0).anchor, false));
+    EXPECT_EQ(SimplePathOperation::EditFailed, execute(*del).result);
+    // Whatever happens to the path afterwards, undo goes back to the state of that attempt.
+    SimplePathChangeInstruction change;
+    SimplePathVertex* middle = tripleAt(*path, 1).anchor;
+    ASSERT_EQ(SimplePath::Success, path->setStraightMode(middle, change));
+    EXPECT_NE(before, drawingState(pool));
+    del->undoOperation();
+    EXPECT_EQ(before, drawingState(pool));
+    del->undoOperation();
+    EXPECT_EQ(before, drawingState(pool));
 }
 
 } // namespace
