@@ -97,6 +97,17 @@ bool allFinite(SimplePath const& path) {
 
 } // namespace
 
+int checkDrawingFinite(Session& session, char const* command) {
+    for (std::size_t i = 0; i < session.paths.size(); ++i) {
+        if (!allFinite(*session.paths[i])) {
+            return session.fail(std::string(command) + ": path " + std::to_string(i) +
+                                " would get coordinates beyond the range of double precision (about "
+                                "1.8e308)");
+        }
+    }
+    return kExitOk;
+}
+
 int adoptChains(Session& session) {
     for (CubicChain const& chain : session.chains) {
         std::unique_ptr<SimplePath> path = pathOfChain(chain);
@@ -131,6 +142,11 @@ int readSpathInput(Session& session, std::string const& bytes) {
     std::int32_t count = 0;
     if (stream.readInt(count) != 0 || count < 0) {
         return session.fail(unreadable + "no path count at its start");
+    }
+    // Every path takes more than four bytes, so a count beyond that is text or some other file's bytes.
+    if (static_cast<std::size_t>(count) > bytes.size() / 4) {
+        return session.fail(unreadable + "its start claims " + std::to_string(count) + " paths in only " +
+                            std::to_string(bytes.size()) + " bytes");
     }
     // The count is not trusted for an allocation: paths are made only as their streams are read.
     for (std::int32_t i = 0; i < count; ++i) {

@@ -20,6 +20,10 @@ int adoptChains(Session& session);
 // The drawing as it stands after the edits so far, as chains, for convert and the SVG outputs.
 std::vector<CubicChain> currentChains(Session& session);
 
+// Refuses a drawing that an edit carried beyond the range of doubles (a coordinate that overflowed to
+// infinity), naming the command, so that nothing is written or measured through infinity.
+int checkDrawingFinite(Session& session, char const* command);
+
 // Reads a .spath stream (the library's binary path layout) into the session.
 int readSpathInput(Session& session, std::string const& bytes);
 // Writes the drawing as a .spath stream, through Session::emit.

@@ -56,6 +56,48 @@ char const* modeName(SimplePathVertexTriple::VertexTripleMode mode) {
     }
 }
 
+// Multiplies by a power of two, which is exact: a drawing measured at a smaller scale and scaled back.
+class PowerOfTwoScale : public ArbTrans<DPoint> {
+  public:
+    explicit PowerOfTwoScale(int exponent) : exponent_(exponent) {}
+    DPoint transform(DPoint const& p) const override {
+        return {std::ldexp(p.x, exponent_), std::ldexp(p.y, exponent_)};
+    }
+    DPoint reverseTransform(DPoint const& p) const override {
+        return {std::ldexp(p.x, -exponent_), std::ldexp(p.y, -exponent_)};
+    }
+
+  private:
+    int exponent_;
+};
+
+// Bounds and length of a path. The library's extreme and length solvers square coordinate differences,
+// which overflows for curves near the top of the double range (1e150 and up) although their bounds and
+// length are finite: such a path is measured scaled down by a power of two and the results are scaled
+// back, both exactly.
+struct Measures {
+    double minX = 0, minY = 0, maxX = 0, maxY = 0, length = 0;
+};
+
+Measures measure(SimplePath const& path) {
+    Measures m;
+    path.getMinMax(m.minX, m.minY, m.maxX, m.maxY);
+    path.pretransformLength(IdTrans<DPoint>(), m.length);
+    double const extent =
+        std::max({std::fabs(m.minX), std::fabs(m.minY), std::fabs(m.maxX), std::fabs(m.maxY)});
+    if (std::isfinite(extent) && extent > 1e150) {
+        int exponent = 0;
+        std::frexp(extent, &exponent);
+        PowerOfTwoScale const down(-exponent);
+        path.pretransformGetMinMax(down, m.minX, m.minY, m.maxX, m.maxY);
+        path.pretransformLength(down, m.length);
+        for (double* v : {&m.minX, &m.minY, &m.maxX, &m.maxY, &m.length}) {
+            *v = std::ldexp(*v, exponent);
+        }
+    }
+    return m;
+}
+
 DPoint located(SimplePath const& path, SimplePathPosition const& position) {
     DPoint point;
     path.locatePosition(position, point);
@@ -85,12 +127,14 @@ int runInfo(Session& session, InfoStep const&) {
         text += "path " + std::to_string(i) + ": " + std::to_string(triples.size()) + " vertices, " +
                 (closed ? "closed" : "open") + "\n";
         if (!triples.empty()) {
-            double minX = 0, minY = 0, maxX = 0, maxY = 0;
+            Measures const m = measure(path);
+            double const minX = m.minX, minY = m.minY, maxX = m.maxX, maxY = m.maxY, length = m.length;
             DPoint top, bottom;
-            double length = 0.0;
-            path.getMinMax(minX, minY, maxX, maxY);
             path.getTopBottom(top, bottom);
-            path.pretransformLength(IdTrans<DPoint>(), length);
+            if (!std::isfinite(length)) {
+                return session.fail("info: the length of path " + std::to_string(i) +
+                                    " overflows the range of double precision");
+            }
             entry["bounds"] = {report.value(minX), report.value(minY), report.value(maxX),
                                report.value(maxY)};
             entry["top"] = report.pointJson(top);
@@ -140,7 +184,11 @@ int runNearest(Session& session, NearestStep const& step) {
         return session.fail("nearest: the drawing has no vertices to measure from");
     }
     DPoint const point = located(*session.paths[*best], bestPosition);
-    double const distance = std::sqrt(bestSquared);
+    // From the point itself: the squared distance overflows long before the distance does.
+    double const distance = std::hypot(point.x - step.point.x, point.y - step.point.y);
+    if (!std::isfinite(distance)) {
+        return session.fail("nearest: the distance overflows the range of double precision");
+    }
     if (session.options.json) {
         return report.print(json{{"path", *best},
                                  {"position", report.positionJson(bestPosition)},

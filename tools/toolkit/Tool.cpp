@@ -32,11 +32,6 @@ int Session::emit(std::string const& path, std::string const& text) {
 
 namespace {
 
-bool endsWith(std::string const& text, std::string const& suffix) {
-    return text.size() >= suffix.size() &&
-           text.compare(text.size() - suffix.size(), suffix.size(), suffix) == 0;
-}
-
 int loadPathData(Session& session, std::string const& data) {
     PathDataResult parsed = parsePathData(data);
     if (!parsed.ok()) {
@@ -46,8 +41,29 @@ int loadPathData(Session& session, std::string const& data) {
     return kExitOk;
 }
 
-// Reads the input named on the command line: inline path data, an SVG document, a .spath stream, or a file
-// of path data (anything that does not start like XML).
+// The lower-case extension of a file name ("svg" for "a/Drawing.SVG"), empty when it has none.
+std::string extensionOf(std::string const& name) {
+    std::size_t const slash = name.find_last_of('/');
+    std::size_t const dot = name.find_last_of('.');
+    if (dot == std::string::npos || (slash != std::string::npos && dot < slash) || dot + 1 == name.size() ||
+        dot == (slash == std::string::npos ? 0 : slash + 1)) {
+        return {};
+    }
+    std::string extension = name.substr(dot + 1);
+    for (char& c : extension) {
+        c = static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
+    }
+    return extension;
+}
+
+bool isBlank(std::string const& text) {
+    return text.find_first_not_of(" \t\r\n\f") == std::string::npos;
+}
+
+// Reads the input named on the command line: inline path data, or a file whose extension says what it
+// holds (.svg an SVG document, .spath a .spath stream, anything else path data). Standard input has no
+// name, so its format is sniffed: a document starting like XML is SVG, anything else path data. Empty
+// input is refused: it is nearly always a mistake (a failed download, the wrong file).
 int loadInput(Session& session) {
     GlobalOptions const& options = session.options;
     if (options.inlineData) {
@@ -55,7 +71,8 @@ int loadInput(Session& session) {
         return loadPathData(session, *options.inlineData);
     }
     std::string text;
-    if (options.input == "-") {
+    bool const standardInput = options.input == "-";
+    if (standardInput) {
         session.source = "standard input";
         text.assign(std::istreambuf_iterator<char>(session.in), std::istreambuf_iterator<char>());
     } else {
@@ -66,11 +83,20 @@ int loadInput(Session& session) {
             return session.fail(error);
         }
     }
-    if (endsWith(options.input, ".spath")) {
-        return readSpathInput(session, text);
+    std::string const extension = standardInput ? std::string() : extensionOf(options.input);
+    if (extension == "spath") {
+        return text.empty() ? session.fail(session.source + ": the file is empty, not a .spath stream")
+                            : readSpathInput(session, text);
+    }
+    if (isBlank(text)) {
+        return session.fail(session.source + (standardInput ? ": nothing was read" : ": the file is empty"));
+    }
+    bool const svg = standardInput ? looksLikeXml(text) : extension == "svg";
+    if (!svg) {
+        return loadPathData(session, text);
     }
     if (!looksLikeXml(text)) {
-        return loadPathData(session, text);
+        return session.fail(session.source + ": not an SVG document (it does not start with '<')");
     }
     SvgReadResult read = readSvgDocument(text);
     if (!read.ok()) {
@@ -129,6 +155,20 @@ int runStep(Session& session, Step const& step) {
                       step);
 }
 
+char const* editName(Step const& step) {
+    return std::visit(Overloaded{
+                          [](InsertStep const&) { return "insert"; },
+                          [](DeleteStep const&) { return "delete"; },
+                          [](ModeStep const&) { return "mode"; },
+                          [](SplitStep const&) { return "split"; },
+                          [](JoinStep const&) { return "join"; },
+                          [](DragStep const&) { return "drag"; },
+                          [](TransformStep const&) { return "transform"; },
+                          [](auto const&) { return "edit"; },
+                      },
+                      step);
+}
+
 } // namespace
 
 int runTool(std::vector<std::string> const& args, std::istream& in, std::ostream& out, std::ostream& err) {
@@ -144,6 +184,9 @@ int runTool(std::vector<std::string> const& args, std::istream& in, std::ostream
     }
     for (std::size_t i = 0; code == kExitOk && i < invocation.steps.size(); ++i) {
         code = runStep(session, invocation.steps[i]);
+        if (code == kExitOk && isEdit(invocation.steps[i])) {
+            code = checkDrawingFinite(session, editName(invocation.steps[i]));
+        }
     }
     // A call that ends on an edit, or has no command at all, writes the drawing it arrived at.
     if (code == kExitOk && (invocation.steps.empty() || isEdit(invocation.steps.back()))) {
