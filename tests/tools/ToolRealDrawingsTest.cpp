@@ -154,3 +154,52 @@ TEST_F(ToolProcess, ADocumentNestedAMillionGroupsDeepIsRead) {
     EXPECT_EQ(r.code, 0) << r.err;
     EXPECT_EQ(r.out, "M0 0L1 1\n");
 }
+
+TEST_F(ToolProcess, ANewcomersFirstCalls) {
+    std::string const out = (scratch() / "out.svg").string(), report = (scratch() / "report.txt").string();
+    struct Case {
+        std::vector<std::string> args;
+        int code;
+        std::string out;
+        std::string err; // the start of what is printed to standard error
+    } const cases[] = {
+        {{"info", "drawing.svg"},
+         1,
+         "",
+         "simplepath: error: the input comes before the commands: simplepath drawing.svg info\n"},
+        {{}, 2, "", "Reads outlines"},
+        {{"--version"}, 0, "simplepath 0.1.0\n", ""},
+        // Options after a command that takes any number of values, and a number written -.5.
+        {{"--d", "M0 0L1 1", "transform", "translate", "-.5", "1", "--format", "d", "--decimals", "1"},
+         0,
+         "M-0.5 1L0.5 2\n",
+         ""},
+        // Reports are rounded for reading; JSON keeps every digit.
+        {{"--d", "M0 0L1 1", "nearest", "1", "0"},
+         0,
+         "path 0 at 0:0.5, point 0.5 0.5, distance 0.707107\n",
+         ""},
+    };
+    for (Case const& c : cases) {
+        Outcome const r = run(c.args);
+        EXPECT_EQ(r.code, c.code) << r.err;
+        if (!c.out.empty()) {
+            EXPECT_EQ(r.out, c.out);
+        }
+        EXPECT_EQ(r.err.substr(0, c.err.size()), c.err);
+    }
+    // A polyline's corners are cusps.
+    nlohmann::json const json = infoJson({"--d", "M0 0L1 1"});
+    EXPECT_EQ(json["paths"][0]["length"].get<double>(), std::sqrt(2.0));
+    EXPECT_EQ(infoJson({"--d", "M0 0L10 0L10 10"})["paths"][0]["modes"],
+              nlohmann::json({"cusp", "cusp", "cusp"}));
+
+    // -o takes the drawing, and the report of a query, wherever it stands.
+    ASSERT_EQ(run({"--d", "M0 0L1 1", "transform", "translate", "1", "1", "--format", "svg", "-o", out}).code,
+              0);
+    std::string error;
+    EXPECT_NE(readWholeFile(out, error).find("<path d=\"M1 1L2 2\"/>"), std::string::npos);
+    Outcome const r = run({"--d", "M0 0L1 1", "info", "-o", report});
+    EXPECT_EQ(r.out, "");
+    EXPECT_EQ(readWholeFile(report, error).substr(0, 25), "path 0: 2 vertices, open\n");
+}

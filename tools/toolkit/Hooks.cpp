@@ -4,6 +4,7 @@
 
 #include "toolkit/SvgWriter.h"
 
+#include "simplepath/edit/SimplePathChangeInstruction.h"
 #include "simplepath/interfaces/BinaryDeserializer.h"
 #include "simplepath/interfaces/BinarySerializer.h"
 #include "simplepath/interfaces/PBezierCurve.h"
@@ -18,6 +19,25 @@
 namespace sptool {
 
 namespace {
+
+// The conversion infers a vertex's mode from its handle directions alone, and a retracted handle has no
+// direction, so a polyline's corners would come out smooth. In a drawing a retracted handle means a
+// corner: such a vertex is a cusp. Only the mode changes; the handles stay where they are.
+void markRetractedVerticesCusp(SimplePath& path) {
+    SimplePathChangeInstruction change;
+    for (int i = 0; i < path.numTriples(); ++i) {
+        SimplePathVertexTriple t;
+        if (path.getTriple(i, t) != SimplePath::Success || t.mode != SimplePathVertexTriple::Smooth) {
+            continue;
+        }
+        DPoint const first = t.first->getLocation(), anchor = t.anchor->getLocation(),
+                     last = t.last->getLocation();
+        if (first == anchor || last == anchor) {
+            path.changeTriple(t.first, first, t.anchor, anchor, t.last, last, SimplePathVertexTriple::Cusp,
+                              change);
+        }
+    }
+}
 
 std::unique_ptr<SimplePath> pathOfChain(CubicChain const& chain) {
     if (chain.segments.empty()) {
@@ -43,6 +63,7 @@ std::unique_ptr<SimplePath> pathOfChain(CubicChain const& chain) {
         return nullptr;
     }
     std::unique_ptr<SimplePath> path(made.front().pointer);
+    markRetractedVerticesCusp(*path);
     // Without forcing, the conversion takes an open chain whose last inner control lies on its start for a
     // closed one (an open outline that returns to its start in a straight line). Open it again and give it
     // back its final vertex.
@@ -52,8 +73,7 @@ std::unique_ptr<SimplePath> pathOfChain(CubicChain const& chain) {
         SimplePathVertex* first = nullptr;
         SimplePathVertex* anchor = nullptr;
         SimplePathVertex* out = nullptr;
-        path->addTriple(last[1], first, last[2], anchor, last[2], out,
-                        SimplePathVertexTriple::inferTripleMode(last[1], last[2], last[2]));
+        path->addTriple(last[1], first, last[2], anchor, last[2], out, SimplePathVertexTriple::Cusp);
     }
     return path;
 }

@@ -7,6 +7,9 @@
 namespace sptool {
 
 void appendNumber(std::string& out, double value, NumberFormat format) {
+    if (format.readable && format.decimals < 0 && std::fabs(value) < 1e15) {
+        format.decimals = kReadableDecimals;
+    }
     char buffer[64];
     std::to_chars_result written{};
     if (format.decimals >= 0) {

@@ -17,13 +17,16 @@ namespace {
 
 using nlohmann::json;
 
-// Numbers as --decimals asks for them, both in text and in JSON.
+// Numbers as --decimals asks for them, both in text and in JSON; without it, text is rounded to a readable
+// number of decimals and JSON keeps every digit.
 struct Report {
     Session& session;
 
     std::string num(double value) const {
         std::string text;
-        appendNumber(text, value, session.numberFormat());
+        NumberFormat format = session.numberFormat();
+        format.readable = true;
+        appendNumber(text, value, format);
         return text;
     }
     std::string point(DPoint const& p) const { return num(p.x) + " " + num(p.y); }
@@ -41,8 +44,9 @@ struct Report {
     json positionJson(SimplePathPosition const& p) const {
         return {{"segment", p.getIndex()}, {"t", value(p.getParameter())}};
     }
-    int print(json const& document) const { return session.emit("-", document.dump(2) + "\n"); }
-    int print(std::string const& text) const { return session.emit("-", text); }
+    // Reports go where the whole call's -o says, else to standard output.
+    int print(json const& document) const { return session.emit("", document.dump(2) + "\n"); }
+    int print(std::string const& text) const { return session.emit("", text); }
 };
 
 char const* modeName(SimplePathVertexTriple::VertexTripleMode mode) {
