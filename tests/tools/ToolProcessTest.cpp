@@ -170,8 +170,8 @@ TEST_F(ToolProcess, OutputFilesAreReplacedWholeOrNotAtAll) {
     EXPECT_EQ(fs::status(out).permissions(), static_cast<fs::perms>(0666 & ~mask));
 
     auto failure = [&](std::string const& target) { return run({"--d", "M0 0 L1 1", "-o", target}).err; };
-    EXPECT_EQ(failure(folder.string() + "/"),
-              "simplepath: error: cannot write '" + folder.string() + "/': not a file name\n");
+    EXPECT_EQ(failure(folder.string() + "/"), "simplepath: error: cannot write '" + folder.string() +
+                                                  "/': it is a directory, not a regular file\n");
     EXPECT_EQ(failure((folder / "missing/x.svg").string()), "simplepath: error: cannot write '" +
                                                                 (folder / "missing/x.svg").string() +
                                                                 "': No such file or directory\n");

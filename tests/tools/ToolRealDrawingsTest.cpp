@@ -8,6 +8,8 @@
 
 #include <cmath>
 
+#include <sys/stat.h>
+
 using namespace sptool;
 using namespace sptool::testing;
 
@@ -202,4 +204,33 @@ TEST_F(ToolProcess, ANewcomersFirstCalls) {
     Outcome const r = run({"--d", "M0 0L1 1", "info", "-o", report});
     EXPECT_EQ(r.out, "");
     EXPECT_EQ(readWholeFile(report, error).substr(0, 25), "path 0: 2 vertices, open\n");
+}
+
+TEST_F(ToolProcess, OutputReplacesOnlyRegularFilesAndFollowsLinks) {
+    fs::path const dir = scratch();
+    std::string const fifo = (dir / "fifo").string(), folder = (dir / "folder").string(),
+                      target = file("target.txt", "old\n"), link = (dir / "link.txt").string();
+    ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+    fs::create_directory(folder);
+    fs::create_symlink("target.txt", link);
+    struct Case {
+        std::string output;
+        std::string err;
+    } const cases[] = {
+        {fifo, "cannot write '" + fifo + "': it is a fifo, not a regular file"},
+        {folder, "cannot write '" + folder + "': it is a directory, not a regular file"},
+        {"/dev/null", "cannot write '/dev/null': it is a character device, not a regular file"},
+    };
+    for (Case const& c : cases) {
+        Outcome const r = run({"--d", "M0 0L1 1", "-o", c.output});
+        EXPECT_EQ(r.code, 1);
+        EXPECT_EQ(r.err, "simplepath: error: " + c.err + "\n");
+    }
+    EXPECT_TRUE(fs::is_character_file("/dev/null"));
+    EXPECT_TRUE(fs::is_fifo(fifo));
+    // The link is kept and the file it names replaced.
+    ASSERT_EQ(run({"--d", "M0 0L1 1", "-o", link}).code, 0);
+    EXPECT_TRUE(fs::is_symlink(link));
+    std::string error;
+    EXPECT_EQ(readWholeFile(target, error), "M0 0L1 1\n");
 }
