@@ -24,7 +24,7 @@ namespace {
 // direction, so a polyline's corners would come out smooth. In a drawing a retracted handle means a
 // corner: such a vertex is a cusp. Only the mode changes; the handles stay where they are.
 void markRetractedVerticesCusp(SimplePath& path) {
-    SimplePathChangeInstruction change;
+    std::unique_ptr<SimplePathChangeInstruction> change; // made only when a vertex changes
     for (int i = 0; i < path.numTriples(); ++i) {
         SimplePathVertexTriple t;
         if (path.getTriple(i, t) != SimplePath::Success || t.mode != SimplePathVertexTriple::Smooth) {
@@ -33,13 +33,16 @@ void markRetractedVerticesCusp(SimplePath& path) {
         DPoint const first = t.first->getLocation(), anchor = t.anchor->getLocation(),
                      last = t.last->getLocation();
         if (first == anchor || last == anchor) {
+            if (!change) {
+                change = std::make_unique<SimplePathChangeInstruction>();
+            }
             path.changeTriple(t.first, first, t.anchor, anchor, t.last, last, SimplePathVertexTriple::Cusp,
-                              change);
+                              *change);
         }
     }
 }
 
-std::unique_ptr<SimplePath> pathOfChain(CubicChain const& chain) {
+std::unique_ptr<SimplePath> makePathOfChain(CubicChain const& chain) {
     if (chain.segments.empty()) {
         auto path = std::make_unique<SimplePath>();
         SimplePathVertex* anchor = nullptr;
@@ -78,7 +81,7 @@ std::unique_ptr<SimplePath> pathOfChain(CubicChain const& chain) {
     return path;
 }
 
-CubicChain chainOfPath(SimplePath const& path) {
+CubicChain makeChainOfPath(SimplePath const& path) {
     CubicChain chain;
     chain.closed = path.isClosedSimplePath() != 0;
     if (path.numTriples() == 1) {
@@ -117,6 +120,14 @@ bool allFinite(SimplePath const& path) {
 
 } // namespace
 
+std::unique_ptr<SimplePath> pathOfChain(CubicChain const& chain) {
+    return makePathOfChain(chain);
+}
+
+CubicChain chainOfPath(SimplePath const& path) {
+    return makeChainOfPath(path);
+}
+
 int checkDrawingFinite(Session& session, char const* command) {
     for (std::size_t i = 0; i < session.paths.size(); ++i) {
         if (!allFinite(*session.paths[i])) {
@@ -130,7 +141,7 @@ int checkDrawingFinite(Session& session, char const* command) {
 
 int adoptChains(Session& session) {
     for (CubicChain const& chain : session.chains) {
-        std::unique_ptr<SimplePath> path = pathOfChain(chain);
+        std::unique_ptr<SimplePath> path = makePathOfChain(chain);
         if (!path) {
             return session.fail(session.source + ": out of memory");
         }
@@ -144,7 +155,7 @@ std::vector<CubicChain> currentChains(Session& session) {
     std::vector<CubicChain> chains;
     for (std::unique_ptr<SimplePath> const& path : session.paths) {
         if (path->numTriples() > 0) {
-            chains.push_back(chainOfPath(*path));
+            chains.push_back(makeChainOfPath(*path));
         }
     }
     return chains;

@@ -3,6 +3,7 @@
 #include "toolkit/CommandLine.h"
 #include "toolkit/Session.h"
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -14,6 +15,10 @@ namespace sptool {
 //
 // The drawing enters as cubic chains (Session::chains, one per subpath, closed chains ending on their
 // start) and leaves through currentChains(); everything between is the library's business.
+
+// One chain as a library path (null when it cannot be made), and one path as a chain again.
+std::unique_ptr<SimplePath> pathOfChain(CubicChain const& chain);
+CubicChain chainOfPath(SimplePath const& path);
 
 // Called once after the input is read, before the first command: turn the chains into library paths.
 int adoptChains(Session& session);

@@ -71,42 +71,80 @@ char const* kindOf(mode_t mode) {
 
 } // namespace
 
-std::string writeFileAtomically(std::string const& requested, std::string_view contents) {
-    std::string const path = resolveLinks(requested);
+AtomicFile::AtomicFile(std::string const& requested)
+    : requested_(requested), target_(resolveLinks(requested)) {
     // Only regular files are replaced: renaming over a device node, a fifo or a directory would turn it
     // into a file (as root, even /dev/null), which is never what an output option means.
     struct stat existing {};
-    if (::stat(path.c_str(), &existing) == 0 && !S_ISREG(existing.st_mode)) {
-        return "cannot write '" + requested + "': it is " + kindOf(existing.st_mode) + ", not a regular file";
+    if (::stat(target_.c_str(), &existing) == 0 && !S_ISREG(existing.st_mode)) {
+        error_ =
+            "cannot write '" + requested + "': it is " + kindOf(existing.st_mode) + ", not a regular file";
+        return;
     }
-    std::size_t const slash = path.find_last_of('/');
-    std::string const folder = slash == std::string::npos ? std::string() : path.substr(0, slash + 1);
-    std::string const name = slash == std::string::npos ? path : path.substr(slash + 1);
+    std::size_t const slash = target_.find_last_of('/');
+    std::string const folder = slash == std::string::npos ? std::string() : target_.substr(0, slash + 1);
+    std::string const name = slash == std::string::npos ? target_ : target_.substr(slash + 1);
     if (name.empty() || name == "." || name == "..") {
-        return "cannot write '" + requested + "': not a file name";
+        error_ = "cannot write '" + requested + "': not a file name";
+        return;
     }
     std::vector<char> temporary(folder.begin(), folder.end());
     std::string const pattern = "." + name + ".XXXXXX";
     temporary.insert(temporary.end(), pattern.begin(), pattern.end());
     temporary.push_back('\0');
+    fd_ = ::mkstemp(temporary.data());
+    if (fd_ < 0) {
+        error_ = reason("write", requested, errno);
+        return;
+    }
+    temporary_ = temporary.data();
+}
 
-    int const fd = ::mkstemp(temporary.data());
-    if (fd < 0) {
-        return reason("write", requested, errno);
+AtomicFile::~AtomicFile() {
+    if (fd_ >= 0) {
+        ::close(fd_);
     }
-    bool const ok = writeAll(fd, contents) && ::fchmod(fd, permissionsFor(path)) == 0 && ::fsync(fd) == 0;
-    int const writeError = errno;
-    if (::close(fd) != 0 || !ok) {
-        int const error = ok ? errno : writeError;
-        ::unlink(temporary.data());
-        return reason("write", requested, error);
+    if (!committed_ && !temporary_.empty()) {
+        ::unlink(temporary_.c_str());
     }
-    if (::rename(temporary.data(), path.c_str()) != 0) {
-        int const error = errno;
-        ::unlink(temporary.data());
-        return reason("write", requested, error);
+}
+
+bool AtomicFile::write(std::string_view piece) {
+    if (fd_ < 0) {
+        return false;
     }
+    if (!writeAll(fd_, piece)) {
+        error_ = reason("write", requested_, errno);
+        return false;
+    }
+    return true;
+}
+
+std::string AtomicFile::commit() {
+    if (fd_ < 0) {
+        return error_;
+    }
+    bool const ok = ::fchmod(fd_, permissionsFor(target_)) == 0 && ::fsync(fd_) == 0;
+    int const syncError = errno;
+    int const closed = ::close(fd_);
+    int const closeError = errno;
+    fd_ = -1;
+    if (!ok || closed != 0) {
+        return error_ = reason("write", requested_, ok ? closeError : syncError);
+    }
+    if (::rename(temporary_.c_str(), target_.c_str()) != 0) {
+        return error_ = reason("write", requested_, errno);
+    }
+    committed_ = true;
     return {};
+}
+
+std::string writeFileAtomically(std::string const& path, std::string_view contents) {
+    AtomicFile file(path);
+    if (!file.error().empty() || !file.write(contents)) {
+        return file.error();
+    }
+    return file.commit();
 }
 
 std::string readWholeFile(std::string const& path, std::string& error) {

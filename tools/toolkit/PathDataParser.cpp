@@ -28,8 +28,8 @@ bool isCommandLetter(char c) {
 // commands depend on: the current point, the start of the subpath, the last control point.
 class Parser {
   public:
-    Parser(std::string_view data, double arcTolerance, std::vector<CubicChain>& chains)
-        : in_(data), arcTolerance_(arcTolerance), chains_(chains) {}
+    Parser(std::string_view data, double arcTolerance, ChainSink const& sink)
+        : in_(data), arcTolerance_(arcTolerance), sink_(sink) {}
 
     void run() {
         in_.skipWhitespace();
@@ -228,7 +228,7 @@ class Parser {
 
     void finishChain() {
         if (active_ && !chain_.segments.empty()) {
-            chains_.push_back(std::move(chain_));
+            sink_(std::move(chain_));
         }
         chain_ = CubicChain{};
         active_ = false;
@@ -237,7 +237,7 @@ class Parser {
     SvgScanner in_;
     std::size_t groupStart_ = 0; // where the argument group being read begins
     double arcTolerance_;
-    std::vector<CubicChain>& chains_;
+    ChainSink const& sink_;
     CubicChain chain_;
     bool active_ = false;
     DPoint cur_;
@@ -249,14 +249,21 @@ class Parser {
 
 } // namespace
 
+std::optional<PathDataError> parsePathData(std::string_view data, ChainSink const& sink,
+                                           double arcTolerance) {
+    try {
+        Parser(data, arcTolerance, sink).run();
+    } catch (ScanFailure const& failure) {
+        return PathDataError{failure.offset, failure.expected, describeCharacterAt(data, failure.offset),
+                             failure.problem};
+    }
+    return std::nullopt;
+}
+
 PathDataResult parsePathData(std::string_view data, double arcTolerance) {
     PathDataResult result;
-    try {
-        Parser(data, arcTolerance, result.chains).run();
-    } catch (ScanFailure const& failure) {
-        result.error = PathDataError{failure.offset, failure.expected,
-                                     describeCharacterAt(data, failure.offset), failure.problem};
-    }
+    result.error = parsePathData(
+        data, [&result](CubicChain&& chain) { result.chains.push_back(std::move(chain)); }, arcTolerance);
     return result;
 }
 

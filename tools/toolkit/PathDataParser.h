@@ -4,6 +4,7 @@
 #include "toolkit/EllipticalArc.h"
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -44,6 +45,13 @@ struct PathDataResult {
 //
 // On malformed data the result carries the error and the chains completed before it.
 PathDataResult parsePathData(std::string_view data, double arcTolerance = kArcTolerance);
+
+// The same, handing each chain to `sink` as soon as its subpath ends instead of gathering them, so that
+// a caller can deal with a million subpaths one at a time. Returns the error, if any, after the chains
+// completed before it have been handed over.
+using ChainSink = std::function<void(CubicChain&&)>;
+std::optional<PathDataError> parsePathData(std::string_view data, ChainSink const& sink,
+                                           double arcTolerance = kArcTolerance);
 
 // The cubic segment that draws the quadratic from p0 through control q to p2, exactly.
 CubicSegment raiseQuadratic(DPoint const& p0, DPoint const& q, DPoint const& p2);

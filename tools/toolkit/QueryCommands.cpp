@@ -1,6 +1,7 @@
 // The commands that report on the drawing without changing it: info, nearest, intersect and pick. Each
 // prints plain lines, or one JSON document with --json.
 #include "toolkit/Hooks.h"
+#include "toolkit/PathStream.h"
 #include "toolkit/Targets.h"
 
 #include "simplepath/interfaces/ArbTrans.h"
@@ -110,57 +111,116 @@ DPoint located(SimplePath const& path, SimplePathPosition const& position) {
 
 } // namespace
 
-int runInfo(Session& session, InfoStep const&) {
-    Report const report{session};
-    json paths = json::array();
-    std::string text;
-    for (std::size_t i = 0; i < session.paths.size(); ++i) {
-        SimplePath const& path = *session.paths[i];
-        bool const closed = path.isClosedSimplePath() != 0;
-        std::list<SimplePathLocationTriple> triples;
-        path.getLocationTripleList(triples);
-        json modes = json::array();
-        int counts[3] = {0, 0, 0};
-        for (SimplePathLocationTriple const& t : triples) {
-            modes.push_back(modeName(t.mode));
-            ++counts[t.mode == SimplePathVertexTriple::Smooth      ? 0
-                     : t.mode == SimplePathVertexTriple::Symmetric ? 2
-                                                                   : 1];
-        }
-        json entry = {{"index", i}, {"vertices", triples.size()}, {"closed", closed}, {"modes", modes}};
-        text += "path " + std::to_string(i) + ": " + std::to_string(triples.size()) + " vertices, " +
+InfoWriter::InfoWriter(Session& session) : session_(session), out_(session, "") {
+    if (session.options.json) {
+        out_.write("{\n  \"source\": " + json(session.source).dump() + ",\n  \"paths\": [");
+    }
+}
+
+InfoWriter::~InfoWriter() = default;
+
+// One path's entry, written as soon as it is measured. The JSON document is streamed the same way: its
+// entries are written one at a time between the opening and the closing of the "paths" array, by hand
+// (a JSON value per path costs more than measuring the path). Numbers keep every digit unless --decimals
+// asks otherwise; they are finite, which the length check below and the reading of the input ensure.
+int InfoWriter::add(SimplePath const& path) {
+    std::size_t const i = count_++;
+    Report const report{session_};
+    bool const json = session_.options.json;
+    bool const closed = path.isClosedSimplePath() != 0;
+    SimplePathTripleList const& triples = path.getTripleList();
+    int const n = triples.length();
+    std::string& text = scratch_;
+    text.clear();
+    int counts[3] = {0, 0, 0};
+    if (json) {
+        text += i == 0 ? "\n    {\"index\": " : ",\n    {\"index\": ";
+        text += std::to_string(i) + ", \"vertices\": " + std::to_string(n) +
+                ", \"closed\": " + (closed ? "true" : "false") + ", \"modes\": [";
+    } else {
+        text += "path " + std::to_string(i) + ": " + std::to_string(n) + " vertices, " +
                 (closed ? "closed" : "open") + "\n";
-        if (!triples.empty()) {
-            Measures const m = measure(path);
-            double const minX = m.minX, minY = m.minY, maxX = m.maxX, maxY = m.maxY, length = m.length;
-            DPoint top, bottom;
-            path.getTopBottom(top, bottom);
-            if (!std::isfinite(length)) {
-                return session.fail("info: the length of path " + std::to_string(i) +
-                                    " overflows the range of double precision");
-            }
-            entry["bounds"] = {report.value(minX), report.value(minY), report.value(maxX),
-                               report.value(maxY)};
-            entry["top"] = report.pointJson(top);
-            entry["bottom"] = report.pointJson(bottom);
-            entry["length"] = report.value(length);
+    }
+    for (int k = 0; k < n; ++k) {
+        SimplePathVertexTriple::VertexTripleMode const mode = triples.get(k).mode;
+        if (json) {
+            text += k == 0 ? "\"" : ", \"";
+            text += modeName(mode);
+            text += '"';
+        }
+        ++counts[mode == SimplePathVertexTriple::Smooth      ? 0
+                 : mode == SimplePathVertexTriple::Symmetric ? 2
+                                                             : 1];
+    }
+    if (json) {
+        text += ']';
+    }
+    if (n > 0) {
+        Measures const m = measure(path);
+        DPoint top, bottom;
+        path.getTopBottom(top, bottom);
+        if (!std::isfinite(m.length)) {
+            return session_.fail("info: the length of path " + std::to_string(i) +
+                                 " overflows the range of double precision");
+        }
+        if (json) {
+            auto const number = [&](double v) { appendNumber(text, report.value(v), NumberFormat{}); };
+            auto const pair = [&](double x, double y) {
+                text += '[';
+                number(x);
+                text += ", ";
+                number(y);
+                text += ']';
+            };
+            text += ", \"bounds\": [";
+            number(m.minX);
+            text += ", ";
+            number(m.minY);
+            text += ", ";
+            number(m.maxX);
+            text += ", ";
+            number(m.maxY);
+            text += "], \"top\": ";
+            pair(top.x, top.y);
+            text += ", \"bottom\": ";
+            pair(bottom.x, bottom.y);
+            text += ", \"length\": ";
+            number(m.length);
+        } else {
             std::string modeText;
             char const* const names[] = {"smooth", "cusp", "symmetric"};
-            for (int m = 0; m < 3; ++m) {
-                if (counts[m] > 0) {
-                    modeText += (modeText.empty() ? "" : ", ") + std::to_string(counts[m]) + " " + names[m];
+            for (int k = 0; k < 3; ++k) {
+                if (counts[k] > 0) {
+                    modeText += (modeText.empty() ? "" : ", ") + std::to_string(counts[k]) + " " + names[k];
                 }
             }
-            text += "  modes: " + modeText + "\n  bounds: " + report.point(DPoint(minX, minY)) + " to " +
-                    report.point(DPoint(maxX, maxY)) + "\n  top: " + report.point(top) +
-                    ", bottom: " + report.point(bottom) + "\n  length: " + report.num(length) + "\n";
+            text += "  modes: " + modeText + "\n  bounds: " + report.point(DPoint(m.minX, m.minY)) + " to " +
+                    report.point(DPoint(m.maxX, m.maxY)) + "\n  top: " + report.point(top) +
+                    ", bottom: " + report.point(bottom) + "\n  length: " + report.num(m.length) + "\n";
         }
-        paths.push_back(std::move(entry));
     }
-    if (session.options.json) {
-        return report.print(json{{"source", session.source}, {"paths", paths}});
+    if (json) {
+        text += '}';
     }
-    return report.print(text);
+    out_.write(text);
+    return kExitOk;
+}
+
+int InfoWriter::finish() {
+    if (session_.options.json) {
+        out_.write(count_ == 0 ? "]\n}\n" : "\n  ]\n}\n");
+    }
+    return out_.finish();
+}
+
+int runInfo(Session& session, InfoStep const&) {
+    InfoWriter writer(session);
+    for (std::unique_ptr<SimplePath> const& path : session.paths) {
+        if (int const code = writer.add(*path); code != kExitOk) {
+            return code;
+        }
+    }
+    return writer.finish();
 }
 
 int runNearest(Session& session, NearestStep const& step) {

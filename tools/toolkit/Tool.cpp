@@ -3,6 +3,7 @@
 #include "toolkit/Hooks.h"
 #include "toolkit/OutputFile.h"
 #include "toolkit/PathDataParser.h"
+#include "toolkit/PathStream.h"
 #include "toolkit/SvgWriter.h"
 
 #include <nlohmann/json.hpp>
@@ -20,14 +21,52 @@ int Session::fail(std::string const& message) {
 }
 
 int Session::emit(std::string const& path, std::string const& text) {
-    std::string const& target = path.empty() ? options.output : path;
-    if (target.empty() || target == "-") {
-        out << text;
-        out.flush();
-        return out ? kExitOk : fail("cannot write to standard output");
+    OutputWriter writer(*this, path);
+    writer.write(text);
+    return writer.finish();
+}
+
+namespace {
+constexpr std::size_t kOutputBlock = 1 << 20;
+} // namespace
+
+OutputWriter::OutputWriter(Session& session, std::string const& path) : session_(session) {
+    std::string const& target = path.empty() ? session.options.output : path;
+    if (!target.empty() && target != "-") {
+        file_ = std::make_unique<AtomicFile>(target);
+        failed_ = !file_->error().empty();
     }
-    std::string const error = writeFileAtomically(target, text);
-    return error.empty() ? kExitOk : fail(error);
+}
+
+OutputWriter::~OutputWriter() = default;
+
+void OutputWriter::write(std::string_view piece) {
+    buffer_.append(piece);
+    if (buffer_.size() >= kOutputBlock) {
+        flush();
+    }
+}
+
+void OutputWriter::flush() {
+    if (!failed_) {
+        if (file_) {
+            failed_ = !file_->write(buffer_);
+        } else {
+            session_.out.write(buffer_.data(), static_cast<std::streamsize>(buffer_.size()));
+            failed_ = !session_.out;
+        }
+    }
+    buffer_.clear();
+}
+
+int OutputWriter::finish() {
+    flush();
+    if (!file_) {
+        session_.out.flush();
+        return failed_ || !session_.out ? session_.fail("cannot write to standard output") : kExitOk;
+    }
+    std::string const error = failed_ ? file_->error() : file_->commit();
+    return error.empty() ? kExitOk : session_.fail(error);
 }
 
 namespace {
@@ -60,17 +99,20 @@ bool isBlank(std::string const& text) {
     return text.find_first_not_of(" \t\r\n\f") == std::string::npos;
 }
 
+enum class InputKind { PathData, Svg, Spath };
+
 // Reads the input named on the command line: inline path data, or a file whose extension says what it
 // holds (.svg an SVG document, .spath a .spath stream, anything else path data). Standard input has no
 // name, so its format is sniffed: a document starting like XML is SVG, anything else path data. Empty
 // input is refused: it is nearly always a mistake (a failed download, the wrong file).
-int loadInput(Session& session) {
+int readInput(Session& session, std::string& text, InputKind& kind) {
     GlobalOptions const& options = session.options;
+    kind = InputKind::PathData;
     if (options.inlineData) {
         session.source = "--d";
-        return loadPathData(session, *options.inlineData);
+        text = *options.inlineData;
+        return kExitOk;
     }
-    std::string text;
     bool const standardInput = options.input == "-";
     if (standardInput) {
         session.source = "standard input";
@@ -85,18 +127,29 @@ int loadInput(Session& session) {
     }
     std::string const extension = standardInput ? std::string() : extensionOf(options.input);
     if (extension == "spath") {
+        kind = InputKind::Spath;
         return text.empty() ? session.fail(session.source + ": the file is empty, not a .spath stream")
-                            : readSpathInput(session, text);
+                            : kExitOk;
     }
     if (isBlank(text)) {
         return session.fail(session.source + (standardInput ? ": nothing was read" : ": the file is empty"));
     }
-    bool const svg = standardInput ? looksLikeXml(text) : extension == "svg";
-    if (!svg) {
-        return loadPathData(session, text);
+    if (standardInput ? looksLikeXml(text) : extension == "svg") {
+        kind = InputKind::Svg;
+        if (!looksLikeXml(text)) {
+            return session.fail(session.source + ": not an SVG document (it does not start with '<')");
+        }
     }
-    if (!looksLikeXml(text)) {
-        return session.fail(session.source + ": not an SVG document (it does not start with '<')");
+    return kExitOk;
+}
+
+// Turns the input into the session's drawing.
+int loadInput(Session& session, std::string const& text, InputKind kind) {
+    if (kind == InputKind::Spath) {
+        return readSpathInput(session, text);
+    }
+    if (kind == InputKind::PathData) {
+        return loadPathData(session, text);
     }
     SvgReadResult read = readSvgDocument(text);
     if (!read.ok()) {
@@ -116,21 +169,11 @@ int runConvert(Session& session, ConvertStep const& step) {
     if (options.format == OutputFormat::Svg) {
         return session.emit(step.output, writeSvgDocument(session.frame, chains, session.numberFormat()));
     }
-    if (options.json) {
-        nlohmann::json paths = nlohmann::json::array();
-        for (CubicChain const& chain : chains) {
-            paths.push_back({{"d", writePathData(chain, session.numberFormat())},
-                             {"closed", chain.closed},
-                             {"segments", chain.segments.size()}});
-        }
-        nlohmann::json const report = {{"source", session.source}, {"paths", paths}};
-        return session.emit(step.output, report.dump(2) + "\n");
-    }
-    std::string text;
+    DataWriter writer(session, step.output);
     for (CubicChain const& chain : chains) {
-        text += writePathData(chain, session.numberFormat()) + "\n";
+        writer.add(chain);
     }
-    return session.emit(step.output, text);
+    return writer.finish();
 }
 
 template <class... F> struct Overloaded : F... { using F::operator()...; };
@@ -178,7 +221,18 @@ int runTool(std::vector<std::string> const& args, std::istream& in, std::ostream
     }
     Invocation const& invocation = parsed.invocation;
     Session session(invocation.options, in, out, err);
-    int code = loadInput(session);
+    std::string text;
+    InputKind kind = InputKind::PathData;
+    int code = readInput(session, text, kind);
+    if (code != kExitOk) {
+        return code;
+    }
+    // A query or conversion of path data alone runs one subpath at a time (big documents stay small).
+    if (kind == InputKind::PathData && canStream(invocation)) {
+        return runPathStream(session, text, invocation.steps.empty() ? nullptr : &invocation.steps[0]);
+    }
+    code = loadInput(session, text, kind);
+    std::string().swap(text);
     if (code == kExitOk) {
         code = adoptChains(session);
     }
