@@ -5,7 +5,7 @@ BENCH_BUILD ?= build-bench
 JOBS        ?= $(shell nproc 2>/dev/null || echo 2)
 CMAKE_FLAGS ?=
 
-.PHONY: all test demo bench asan fuzz deps install-check format clean
+.PHONY: all test demo bench asan fuzz deps install-check check-includes format clean
 
 all: test
 
@@ -50,6 +50,10 @@ fuzz: deps
 	    mkdir -p $$scratch; echo "fuzzing $$name for $(FUZZ_SECONDS)s"; \
 	    $$f -max_total_time=$(FUZZ_SECONDS) -timeout=10 -rss_limit_mb=2048 -print_final_stats=1 $$scratch $$corpus || exit 1; \
 	done
+
+# Fails on an include that runs up the folder order or from a public header into a private one.
+check-includes:
+	python3 scripts/check-includes.py
 
 # Installs into a scratch prefix and builds a consumer that finds the library with find_package.
 install-check: deps

@@ -11,6 +11,18 @@ cmake -S "$root" -B "$work/lib" -G Ninja -DCMAKE_BUILD_TYPE=Release -DSIMPLEPATH
     -DCMAKE_INSTALL_PREFIX="$work/prefix"
 cmake --build "$work/lib" -j "$(nproc)"
 cmake --install "$work/lib"
+# Only the public headers are installed, and the umbrella header names every one of them.
+installed="$work/prefix/include/simplepath"
+if [ -n "$(find "$installed" -path '*/detail/*')" ]; then
+    echo "private headers (detail/) were installed" >&2
+    exit 1
+fi
+(cd "$work/prefix/include" && find simplepath -name '*.h' ! -path simplepath/simplepath.h | sort) >"$work/installed.txt"
+sed -n 's/^#include "\(simplepath\/[^"]*\)"$/\1/p' "$installed/simplepath.h" | sort >"$work/umbrella.txt"
+if ! diff -u "$work/umbrella.txt" "$work/installed.txt" >&2; then
+    echo "the installed headers and those the umbrella header includes differ" >&2
+    exit 1
+fi
 cmake -S "$root/tests/consumer" -B "$work/consumer" -G Ninja -DCMAKE_PREFIX_PATH="$work/prefix"
 cmake --build "$work/consumer"
 "$work/consumer/consumer"

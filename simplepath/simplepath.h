@@ -18,10 +18,10 @@
 #include "simplepath/interfaces/PBezierCurve.h"
 #include "simplepath/interfaces/PBoxForm.h"
 #include "simplepath/interfaces/PBoxPoint.h"
+#include "simplepath/interfaces/PList.h"
 #include "simplepath/interfaces/PRefCount.h"
 #include "simplepath/interfaces/PString.h"
 #include "simplepath/interfaces/PathSeg.h"
-#include "simplepath/interfaces/PolynomialRoots.h"
 #include "simplepath/interfaces/Serializer.h"
 #include "simplepath/interfaces/Tolerance.h"
 

@@ -1,6 +1,7 @@
 #include "simplepath/edit/SplitAnchorTransform.h"
 
 #include "simplepath/interfaces/Tolerance.h"
+#include "simplepath/interfaces/detail/Tolerances.h"
 
 SplitAnchorTransform::SplitAnchorTransform(PHashablePointer<SimplePath> const& path, int anchor,
                                            PHashablePointer<SimplePath> const& firstPath,
@@ -13,7 +14,7 @@ SplitAnchorTransform::PathPosition SplitAnchorTransform::map(PathPosition const&
     }
     int const i = pair.second.getIndex();
     double const t = pair.second.getParameter();
-    bool const atCutAnchor = i == anchor && IS_EQUAL(t, 0.0, 1e-9);
+    bool const atCutAnchor = i == anchor && IS_EQUAL(t, 0.0, simplepath_tolerance::kParameterSnap);
     if (i >= anchor && !atCutAnchor) {
         return at(secondPath, std::int64_t{i} - anchor, t);
     }

@@ -1,6 +1,7 @@
 #include "simplepath/edit/SplitSegmentTransform.h"
 
 #include "simplepath/interfaces/Tolerance.h"
+#include "simplepath/interfaces/detail/Tolerances.h"
 
 SplitSegmentTransform::SplitSegmentTransform(PHashablePointer<SimplePath> const& path, int segment,
                                              double parameter)
@@ -22,11 +23,11 @@ SplitSegmentTransform::PathPosition SplitSegmentTransform::map(PathPosition cons
     if (t == 0.0) {
         return at(path, i, 0.0);
     }
-    if (s < 1e-6) {
+    if (s < simplepath_tolerance::kCutAtSegmentStart) {
         return at(path, std::int64_t{i} + 1, 0.0);
     }
     if (t >= s) {
-        if (IS_ZERO(1.0 - s, 1e-9)) {
+        if (IS_ZERO(1.0 - s, simplepath_tolerance::kParameterSnap)) {
             return pair;
         }
         return at(path, std::int64_t{i} + 1, (t - s) / (1.0 - s));

@@ -9,7 +9,7 @@ namespace vasta {
 
 // A value together with an error code: success carries error value 0, failure a code of the library's
 // error category and no meaningful value.
-template <class T> class outcome {
+template <class T> class [[nodiscard]] outcome {
   public:
     outcome(T value) : value_(std::move(value)) {}
     outcome(std::error_code error) : value_(), error_(error) {}

@@ -1,6 +1,7 @@
 #include "simplepath/interfaces/PBezier.h"
 
-#include "simplepath/interfaces/PolynomialRoots.h"
+#include "simplepath/interfaces/detail/PolynomialRoots.h"
+#include "simplepath/interfaces/detail/Tolerances.h"
 
 #include <algorithm>
 #include <cmath>
@@ -272,7 +273,7 @@ double PBezier::findNearestPointTValue(DPoint const& p) const {
         d[j] = 3.0 * (p_[j + 1] - p_[j]);
         dm = std::max(dm, std::fabs(d[j].x) + std::fabs(d[j].y));
     }
-    double const tol = 64.0 * kEps * qm * dm;
+    double const tol = simplepath_tolerance::kRoundingGuard * qm * dm;
     if (!std::isfinite(tol)) {
         return 0.0;
     }

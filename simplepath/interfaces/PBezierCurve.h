@@ -1,7 +1,7 @@
 #pragma once
 
-#include "simplepath/foundation/PList.h"
 #include "simplepath/interfaces/PBezier.h"
+#include "simplepath/interfaces/PList.h"
 
 // A chain of cubic segments with a strict-closed flag (set when the chain is meant to close on itself).
 class PBezierCurve {

@@ -1,4 +1,4 @@
-#include "simplepath/interfaces/PolynomialRoots.h"
+#include "simplepath/interfaces/detail/PolynomialRoots.h"
 
 namespace polyroots {
 

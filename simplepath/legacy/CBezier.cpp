@@ -1,12 +1,18 @@
 #include "simplepath/legacy/CBezier.h"
 
+#include "simplepath/interfaces/detail/Tolerances.h"
+
 #include <algorithm>
 #include <cmath>
 
 namespace {
 
 // Two doubles count as equal when they differ by less than this.
-constexpr double kFuzz = 1e-8;
+constexpr double kFuzz = simplepath_tolerance::kLegacyFuzz;
+
+// How far the Simpson length at the found parameter may miss the asked length (the bracketing stops
+// there): a billionth of a drawing unit, far below anything a host can show.
+constexpr double kLengthMiss = 1e-9;
 
 // Subdivision depth at which the recursive flattening stops whatever the tolerance: a zero, negative or
 // NaN tolerance, NaN coordinates or a wildly long control polygon then yield at most 3 * 2^16 + 1 points
@@ -153,7 +159,7 @@ double CBezier::GetTFromLength(double length) const {
     double t = length / total;
     for (int iteration = 0; iteration < 200; ++iteration) {
         double const miss = speed.simpson(0.0, t) - length;
-        if (std::fabs(miss) <= 1e-9) {
+        if (std::fabs(miss) <= kLengthMiss) {
             return t;
         }
         (miss < 0.0 ? lo : hi) = t;

@@ -1,5 +1,7 @@
 #include "simplepath/legacy/CView3D.h"
 
+#include "simplepath/interfaces/detail/Tolerances.h"
+
 #include <cmath>
 #include <cstdint>
 #include <limits>
@@ -9,7 +11,7 @@ namespace {
 
 using Matrix = CView3D::Matrix;
 
-constexpr double kAngleTolerance = 1e-8;
+constexpr double kAngleTolerance = simplepath_tolerance::kLegacyFuzz;
 
 void setIdentity(Matrix& m) {
     for (int r = 0; r < 4; ++r) {

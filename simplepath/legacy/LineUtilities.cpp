@@ -1,11 +1,13 @@
 #include "simplepath/legacy/LineUtilities.h"
 
+#include "simplepath/interfaces/detail/Tolerances.h"
+
 #include <algorithm>
 #include <cmath>
 
 namespace {
 
-constexpr double kTolerance = 1e-8;
+constexpr double kTolerance = simplepath_tolerance::kLegacyFuzz;
 
 bool isZero(double v) {
     return std::fabs(v) < kTolerance;

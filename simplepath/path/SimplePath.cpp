@@ -1,3 +1,5 @@
+// SimplePath members: life cycle, reading the model, positions and the closed flag.
+
 #include "simplepath/path/SimplePath.h"
 
 #include <new>
@@ -221,7 +223,8 @@ SimplePath::Result SimplePath::getAnchorPositions(std::list<SimplePathPosition>&
 }
 
 SimplePath::Result SimplePath::getAnchorPositionsEx(std::list<SimplePathPosition>& out) const {
-    getAnchorPositions(out);
+    // Always succeeds.
+    (void)getAnchorPositions(out);
     if (closed != 0 && numTriples() > 0) {
         out.push_back(SimplePathPosition(numTriples(), 0.0));
     }

@@ -36,12 +36,14 @@ struct SimplePathFastSession;
 // anchor back to itself.
 class SimplePath {
   public:
-    enum Result {
+    // [[nodiscard]]: a result dropped on the floor is a failure nobody sees; a caller that truly does
+    // not care casts it to void and says why.
+    enum [[nodiscard]] Result{
         Success = 0,
         Failure = 1,
     };
 
-    // ---- Life cycle ----
+    // ---- Life cycle (path/SimplePath.cpp) ----
     SimplePath() = default;
     // Deep copy: every vertex is duplicated, modes and the closed flag are copied.
     SimplePath(SimplePath const& other);
@@ -52,7 +54,7 @@ class SimplePath {
     SimplePath& operator=(SimplePath&& other) noexcept;
     ~SimplePath() = default;
 
-    // ---- Reading the model ----
+    // ---- Reading the model (path/SimplePath.cpp) ----
     int numTriples() const { return tripleList.length(); }
     // The closed flag exactly as stored (not normalised to 0 or 1).
     int isClosedSimplePath() const { return closed; }
@@ -72,7 +74,7 @@ class SimplePath {
     // not part of it. The list is not cleared first.
     Result getLocationTripleList(std::list<SimplePathLocationTriple>& out) const;
 
-    // ---- Positions ----
+    // ---- Positions (path/SimplePath.cpp) ----
     // Stores (index, parameter) unchecked; the public way to make a position.
     Result makePosition(int index, double parameter, SimplePathPosition& out) const;
     // Empty paths store the invalid position (-1, 0.0) and fail.
@@ -93,7 +95,7 @@ class SimplePath {
     // Every pair of paths may be joined or combined.
     static int areCompatible(PHashablePointer<SimplePath> const& a, PHashablePointer<SimplePath> const& b);
 
-    // ---- Geometric queries ----
+    // ---- Geometric queries: the point at a position (path/SimplePath+Locate.cpp) ----
     // Members named pretransform... map every control point through the transform first and evaluate
     // the curve from the mapped points, so that a non-affine transform bends the curve. Positions they
     // return still refer to this path's own segments.
@@ -119,6 +121,7 @@ class SimplePath {
     Result fastPretransformLocatePosition(SimplePathFastSession* session, ArbTrans<DPoint> const& transform,
                                           SimplePathPosition const& position, DPoint& out) const;
 
+    // ---- Geometric queries: extent, length, nearest point, crossings (path/SimplePath+Queries.cpp) ----
     // The exact extent of the curve (not of its handles). An empty path fails and leaves the outputs at
     // +2147483647.0 (minima) and -2147483647.0 (maxima); the Ex form uses the largest double instead.
     Result getMinMax(double& minX, double& minY, double& maxX, double& maxY) const;
@@ -151,6 +154,7 @@ class SimplePath {
     Result pretransformFindIntersections(DPoint const& a, DPoint const& b, ArbTrans<DPoint> const& transform,
                                          std::list<SimplePathPosition>& out) const;
 
+    // ---- Geometric queries: picking (path/SimplePath+Picking.cpp) ----
     // The vertex strictly within `tolerance` of the point: anchors first, then handles, each pass from
     // the last triple to the first.
     Result pickVertex(DPoint const& point, double tolerance, SimplePathVertex*& vertex) const;
@@ -164,17 +168,17 @@ class SimplePath {
     Result pretransformPickPosition(DPoint const& point, double tolerance, ArbTrans<DPoint> const& transform,
                                     SimplePathPosition& position) const;
 
-    // A signed distance from b to a counted in segments; on a closed path the shorter way round, the
-    // wrapped way on a tie.
+    // A signed distance from b to a counted in segments (path/SimplePath+Queries.cpp); on a closed path the
+    // shorter way round, the wrapped way on a tie.
     double getInterPositionMetric(SimplePathPosition const& a, SimplePathPosition const& b) const;
 
-    // ---- Closed flag ----
+    // ---- Closed flag (path/SimplePath.cpp) ----
     // Closes the path without touching its triples; nothing is recorded in `change`.
     Result setClosed(SimplePathChangeInstruction& change);
     // Stores the flag as given: 0 opens the path, any other value closes it and is kept as is.
     void setStrictClosed(int value) { closed = value; }
 
-    // ---- Construction ----
+    // ---- Construction (path/SimplePath+Construction.cpp) ----
     // New vertices are SimplePathDPointVertex objects owned by the path. Everything appends; nothing
     // clears the path first.
 
@@ -193,7 +197,8 @@ class SimplePath {
     Result insertTriple(DPoint const& first, SimplePathVertex*& firstVertex, DPoint const& anchor,
                         SimplePathVertex*& anchorVertex, DPoint const& last, SimplePathVertex*& lastVertex,
                         SimplePathVertexTriple::VertexTripleMode mode, int index);
-    // Stores `closedFlag`, then appends one triple per entry, recording its new vertices as added.
+    // Stores `closedFlag`, then appends one triple per entry, recording its new vertices as added. Being
+    // a recording member, it lives with the vertex editing (edit/SimplePath+VertexEditing.cpp).
     Result initialize(std::list<SimplePathLocationTriple> const& triples, int closedFlag,
                       SimplePathChangeInstruction& change);
     // Moves the existing vertices to the entries' locations, pairing entries and triples in order.
@@ -202,7 +207,7 @@ class SimplePath {
     // A closed four-triple circle, Smooth everywhere, starting at the top; the caller owns it.
     static SimplePath* createCircleSP(DPoint& center, double radius);
 
-    // ---- Mementos ----
+    // ---- Mementos (path/SimplePath+Mementos.cpp) ----
     // Records which vertex objects the path holds, in order, where each stands, the modes and the
     // closed flag, and stores a new memento through `out` for the caller to own and delete. Fails,
     // storing nothing, when `out` is null or memory is exhausted.
@@ -213,7 +218,7 @@ class SimplePath {
     // path untouched, only for a null memento or when memory is exhausted.
     Result undo(SimplePathMemento* memento);
 
-    // ---- Vertex editing ----
+    // ---- Vertex editing (edit/SimplePath+VertexEditing.cpp) ----
     // Members that renumber vertices record what they did in `change`, so that positions and vertex
     // pointers held elsewhere can follow; the others leave it untouched. Removed vertices are unlinked,
     // not deleted: whoever holds the change instruction decides their fate.
@@ -236,6 +241,7 @@ class SimplePath {
     // deleted. The neighbours' handles stay where they are.
     Result deleteVertex(SimplePathVertex* const& anchor, SimplePathChangeInstruction& change);
 
+    // ---- Mode setting (edit/SimplePath+ModeSetting.cpp) ----
     // Mode setters accept any of a triple's three vertices; `change` is accepted for a uniform signature.
     // Smooth: both handles turned onto one line through the anchor, each keeping its length.
     Result setSmoothMode(SimplePathVertex*& vertex, SimplePathChangeInstruction& change);
@@ -245,17 +251,20 @@ class SimplePath {
     Result setCuspMode(SimplePathVertex*& vertex, SimplePathChangeInstruction& change);
     // Straight: both handles retracted onto the anchor, mode Cusp.
     Result setStraightMode(SimplePathVertex*& vertex, SimplePathChangeInstruction& change);
+    // ---- Vertex editing, continued (edit/SimplePath+VertexEditing.cpp) ----
     // Moves the three vertices of the triple made of exactly `in`, `anchor` and `out` and sets its mode.
     // `flag` is accepted from callers that pass one; it changes nothing.
     Result changeTriple(SimplePathVertex* in, DPoint const& inLocation, SimplePathVertex* anchor,
                         DPoint const& anchorLocation, SimplePathVertex* out, DPoint const& outLocation,
                         SimplePathVertexTriple::VertexTripleMode mode, SimplePathChangeInstruction& change,
                         int flag = 0);
+    // ---- Drag to point (edit/SimplePath+DragToPoint.cpp) ----
     // Reshapes the segment of `position` so that the curve passes through `target`. The whole path is
     // rebuilt: every vertex object is replaced (old pointers dangle) and every mode is re-inferred from
     // the handle directions.
     Result dragToPoint(SimplePathPosition const& position, DPoint const& target);
 
+    // ---- Mapping every point (edit/SimplePath+VertexEditing.cpp) ----
     // Maps every point through the transform. Smooth and Symmetric vertices keep their mode even if the
     // transform bends their handles out of line; any other mode becomes Cusp.
     Result transform(ArbTrans<DPoint> const& mapping);
@@ -265,7 +274,7 @@ class SimplePath {
     // Scales every point about the origin.
     void scale(double xFactor, double yFactor);
 
-    // ---- Split and join ----
+    // ---- Split and join (edit/SimplePath+SplitJoin.cpp) ----
     // Cuts the path at its anchor `vertex`. An open path falls apart: the triples up to the anchor go to
     // `firstPath`, those from it on to `secondPath`, each piece ending in its own copy of the anchor
     // (`anchorA` with handle `handleA` for the first, `anchorB` with `handleB` for the second, or fresh
@@ -285,18 +294,21 @@ class SimplePath {
                        SimplePathChangeInstruction& change, PHashablePointer<SimplePath>& result);
 
   private:
+    // ---- Helpers (path/SimplePath.cpp unless named) ----
     // Deep-copies `source` triple by triple onto the end of this path's list.
     void appendCopiesOf(SimplePathTripleList const& source);
     // Deletes every vertex and empties the list; the closed flag stays.
     void deleteAllTriples();
     // The index of the first triple holding `vertex` as first, anchor or last, or -1.
     int findTriple(SimplePathVertex const* vertex) const;
+    // Construction helpers (path/SimplePath+Construction.cpp).
     // Makes three new vertices and inserts them as one triple before triple `index` (n appends).
     // Returns false, with the path unchanged and nothing leaked, when memory is exhausted.
     bool insertNewTriple(int index, DPoint const& first, DPoint const& anchor, DPoint const& last,
                          SimplePathVertexTriple::VertexTripleMode mode, SimplePathVertexTriple& made);
     template <class Points> Result appendRetractedTriples(Points const& points);
-    // Editing helpers. The index of the triple whose anchor is `anchor`, or -1.
+    // Editing helpers (edit/SimplePath+VertexEditing.cpp, edit/SimplePath+ModeSetting.cpp). The index of the
+    // triple whose anchor is `anchor`, or -1.
     int findAnchor(SimplePathVertex const* anchor) const;
     // The neighbouring triples of triple `index`, or -1 where there is none (open ends, one triple).
     int previousTriple(int index) const;

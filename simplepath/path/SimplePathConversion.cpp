@@ -2,7 +2,6 @@
 
 #include <new>
 
-#include "simplepath/edit/SimplePathChangeInstruction.h"
 #include "simplepath/path/SimplePath.h"
 
 namespace {
@@ -73,15 +72,16 @@ long createSimplePath(PBezierCurve const& curve, PHashablePointer<SimplePath>& p
     for (PBezier const& cur : segments) {
         // An open curve's first anchor has nothing coming in: its incoming handle is retracted.
         DPoint const& incoming = firstSegment && !closed ? cur[0] : prev[2];
-        appendTriple(path, incoming, cur[0], cur[1], SimplePathVertexTriple::Cusp);
+        // Only an exhausted heap fails an append; these conversion codes report only a missing path.
+        (void)appendTriple(path, incoming, cur[0], cur[1], SimplePathVertexTriple::Cusp);
         prev = cur;
         firstSegment = false;
     }
     if (closed) {
-        SimplePathChangeInstruction scratch;
-        path.setClosed(scratch);
+        path.setStrictClosed(1);
     } else {
-        appendTriple(path, prev[2], prev[3], prev[3], SimplePathVertexTriple::Cusp);
+        // Only an exhausted heap fails an append; these conversion codes report only a missing path.
+        (void)appendTriple(path, prev[2], prev[3], prev[3], SimplePathVertexTriple::Cusp);
     }
     return 0;
 }
@@ -108,7 +108,8 @@ long createSimplePaths(PList<PBezierCurve>& curves, std::list<PHashablePointer<S
         bool firstSegment = true;
         for (PBezier const& cur : segments) {
             DPoint const& incoming = firstSegment && forceClosed == 0 ? head[0] : (*prev)[2];
-            appendTriple(*path, incoming, cur[0], cur[1], inferred(incoming, cur[0], cur[1]));
+            // Only an exhausted heap fails an append; these conversion codes report only a missing path.
+            (void)appendTriple(*path, incoming, cur[0], cur[1], inferred(incoming, cur[0], cur[1]));
             prev = &cur;
             firstSegment = false;
         }
@@ -117,11 +118,11 @@ long createSimplePaths(PList<PBezierCurve>& curves, std::list<PHashablePointer<S
         // last anchors coinciding.
         bool const closesOnItself = forceClosed == 0 && m != 1 && head[0] == tail[2];
         if (forceClosed == 0 && !closesOnItself) {
-            appendTriple(*path, tail[2], tail[3], tail[3], inferred(tail[2], tail[3], tail[3]));
+            // Only an exhausted heap fails an append; these conversion codes report only a missing path.
+            (void)appendTriple(*path, tail[2], tail[3], tail[3], inferred(tail[2], tail[3], tail[3]));
         }
         if (forceClosed != 0 || closesOnItself) {
-            SimplePathChangeInstruction scratch;
-            path->setClosed(scratch);
+            path->setStrictClosed(1);
         }
         paths.push_back(path);
     }

@@ -1,7 +1,9 @@
 #pragma once
 
-// A place on a path: a segment index and the Bezier parameter within that segment, in [0, 1).
+// A place on a path: a segment index and the Bezier parameter within that segment, in [0, 1].
 //
+// Parameter 1.0 is the segment's end anchor, the same place as (i+1, 0.0); the nearest-point queries
+// report an anchor that way (the lowest segment wins a tie), and locating accepts it.
 // (i, 0.0) is the anchor of triple i. The end of a path is (n-1, 0.0) when it is open and (n, 0.0)
 // when it is closed, the latter being triple 0's anchor reached again. The default, (-1, 0.0), is the
 // invalid position. A position knows nothing of its path: positions of different paths must not be

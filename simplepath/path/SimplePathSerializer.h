@@ -27,7 +27,9 @@ class SimplePath;
 // code of 1 is Symmetric, 2 Smooth and anything else Cusp.
 class SimplePathSerializer {
   public:
-    enum Result {
+    // [[nodiscard]]: a result dropped on the floor is a failure nobody sees; a caller that truly does
+    // not care casts it to void and says why.
+    enum [[nodiscard]] Result{
         Success = 0,
         // A failed write, an unknown format version, or a failed read anywhere after the version byte.
         Failure = 1,

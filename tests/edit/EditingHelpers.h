@@ -18,7 +18,7 @@ using Loc = SimplePathLocationTriple;
 inline SimplePath makePath(std::vector<Loc> const& triples, int closed = 0) {
     SimplePath path;
     for (Loc const& t : triples) {
-        appendTriple(path, t.first, t.anchor, t.last, t.mode);
+        EXPECT_EQ(SimplePath::Success, appendTriple(path, t.first, t.anchor, t.last, t.mode));
     }
     path.setStrictClosed(closed);
     return path;
@@ -37,7 +37,7 @@ inline SimplePath wiggly(int n, int closed = 0, Mode mode = Mode::Cusp) {
 
 inline SimplePathPosition at(SimplePath const& path, int index, double t) {
     SimplePathPosition p;
-    path.makePosition(index, t, p);
+    EXPECT_EQ(SimplePath::Success, path.makePosition(index, t, p));
     return p;
 }
 

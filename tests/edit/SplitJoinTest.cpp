@@ -117,8 +117,9 @@ TEST(Join, EndsConnectStraightOrMergeWhenTheyMeetExactly) {
         SimplePathVertexTriple const keep = a.getTripleList()[oneAtEnd ? 2 : 0];
         SimplePathVertexTriple const gone = b.getTripleList()[twoAtStart ? 0 : 2];
         DPoint const meet = keep.anchor->getLocation();
-        b.translate(touching || nearly ? meet - gone.anchor->getLocation() + DVector(nearly ? 1e-12 : 0.0, 0)
-                                       : DVector(5, 40));
+        EXPECT_EQ(SimplePath::Success, b.translate(touching || nearly ? meet - gone.anchor->getLocation() +
+                                                                            DVector(nearly ? 1e-12 : 0.0, 0)
+                                                                      : DVector(5, 40)));
         DPoint const far = (twoAtStart ? gone.last : gone.first)->getLocation();
         PHashablePointer<SimplePath> p1(&a), p2(&b), result(&joined);
         auto const held = holdPositions({&a, &b});
@@ -160,4 +161,29 @@ TEST(Join, EndsConnectStraightOrMergeWhenTheyMeetExactly) {
         });
         freeRemoved(change);
     }
+}
+
+// Guards "Split and join read the given vertices once, before the triple lists they may point into
+// change": the vertices are passed as references into the very lists that the split and the join empty.
+TEST(SplitJoin, VerticesGivenByReferenceIntoTheTripleListsAreReadFirst) {
+    SimplePath path = wiggly(4), first, second;
+    PHashablePointer<SimplePath> firstPath(&first), secondPath(&second);
+    SimplePathVertex* const cut = path.getTripleList()[1].anchor;
+    SimplePathChangeInstruction split;
+    ASSERT_EQ(SimplePath::Success,
+              path.splitVertex(path.getTripleList()[1].anchor, split, firstPath, secondPath));
+    EXPECT_EQ((std::set<SimplePathVertex*>{cut}), removed(split));
+    freeRemoved(split);
+
+    SimplePath joined;
+    EXPECT_EQ(SimplePath::Success, second.translate(DVector(5, 40)));
+    SimplePathVertex* const end1 = first.getTripleList()[1].anchor;
+    SimplePathVertex* const start2 = second.getTripleList()[0].anchor;
+    PHashablePointer<SimplePath> result(&joined);
+    SimplePathChangeInstruction join;
+    ASSERT_EQ(SimplePath::Success, SimplePath::join(firstPath, first.getTripleList()[1].anchor, secondPath,
+                                                    second.getTripleList()[0].anchor, join, result));
+    ASSERT_EQ(5, joined.numTriples());
+    EXPECT_EQ(end1, joined.getTripleList()[1].anchor);
+    EXPECT_EQ(start2, joined.getTripleList()[2].anchor);
 }

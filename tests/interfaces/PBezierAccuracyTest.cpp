@@ -215,7 +215,8 @@ TEST(PBezierAccuracy, LengthHoldsAtTheLimitOfEveryRule) {
 }
 
 // A straight segment that only advances is exactly as long as its chord, wherever its handles lie on it;
-// one that turns back goes to the quadrature.
+// one that turns back goes to the quadrature. Guards "Arc length: a straight segment that only advances is
+// as long as its chord, exactly".
 TEST(PBezierAccuracy, StraightSegmentsMeasureTheirChord) {
     EXPECT_EQ(PBezier({0, 0}, {0, 0}, {10, 0}, {10, 0}).length(), 10.0); // retracted handles
     EXPECT_EQ(PBezier({0, 0}, {2, 0}, {9, 0}, {10, 0}).length(), 10.0);

@@ -34,7 +34,8 @@ SimplePathLocationTriple at(double x, double y, Mode mode = kCusp) {
 SimplePath makePath(int n, int closed) {
     SimplePath path;
     for (int i = 0; i < n; ++i) {
-        appendTriple(path, {10.0 * i - 1, 1.0 * i}, {10.0 * i, 1.0 * i}, {10.0 * i + 2, 1.0 * i}, kSmooth);
+        EXPECT_EQ(SimplePath::Success, appendTriple(path, {10.0 * i - 1, 1.0 * i}, {10.0 * i, 1.0 * i},
+                                                    {10.0 * i + 2, 1.0 * i}, kSmooth));
     }
     path.setStrictClosed(closed);
     return path;
@@ -81,7 +82,7 @@ TEST(Construction, AddingAndInsertingKeepModesAndFlagAsGiven) {
 
 TEST(Construction, InitializeAndSetLocationTripleList) {
     SimplePath path;
-    path.addPoints(std::vector<DPoint>{{-5, -5}});
+    EXPECT_EQ(SimplePath::Success, path.addPoints(std::vector<DPoint>{{-5, -5}}));
     SimplePathChangeInstruction change;
     std::list<SimplePathLocationTriple> const input{lt(0, 1, 0, 2, 0, 3, kSmooth),
                                                     lt(1, 1, 1, 2, 1, 3, kSymmetric)};

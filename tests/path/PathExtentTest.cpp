@@ -100,6 +100,13 @@ TEST(Extent, IsTheCurvesNotTheHandlesAndPruningChangesNothing) {
     ASSERT_EQ(SimplePath::Success, zigzag.getTopBottom(top, bottom));
     EXPECT_EQ(DPoint(1, 5), top); // the earliest segment wins ties
     EXPECT_EQ(DPoint(0, 0), bottom);
+    // Guards "Top and bottom: prune by the whole control box again, since the top may be an anchor whose
+    // handles both point down": the top and bottom are cusp anchors whose handles all point inwards.
+    SimplePath const peak =
+        pathOf({{{0, 0}, {0, 0}, {3, 3}}, {{7, 9}, {10, 10}, {13, 9}}, {{17, 3}, {20, 0}, {20, 0}}}, 0);
+    ASSERT_EQ(SimplePath::Success, peak.getTopBottom(top, bottom));
+    EXPECT_EQ(DPoint(10, 10), top);
+    EXPECT_EQ(DPoint(0, 0), bottom);
     DPoint center(5, -3);
     std::unique_ptr<SimplePath> const circle(SimplePath::createCircleSP(center, 10));
     ASSERT_EQ(SimplePath::Success, circle->getMinMax(b.minX, b.minY, b.maxX, b.maxY));

@@ -88,8 +88,8 @@ TEST(Locate, PlainFormForgivesRoundingAndCarriesOncePretransformedFormNothing) {
     }
     SimplePath const path = twoSegments(0);
     DPoint plain, mapped, viaAlias;
-    path.locatePosition(positionOf(path, 1, 0.25), plain);
-    path.pretransformLocatePosition(bend, positionOf(path, 1, 0.25), mapped);
+    EXPECT_EQ(SimplePath::Success, path.locatePosition(positionOf(path, 1, 0.25), plain));
+    EXPECT_EQ(SimplePath::Success, path.pretransformLocatePosition(bend, positionOf(path, 1, 0.25), mapped));
     EXPECT_GT(distance(bend.transform(plain), mapped), 0.1); // the curve is bent, not its points moved
     ASSERT_EQ(SimplePath::Success, path.getSimplePathPositionLocation(positionOf(path, 1, 0.25), viaAlias));
     EXPECT_EQ(plain, viaAlias);
@@ -103,7 +103,7 @@ TEST(Locate, EmptyAndSingleTriplePaths) {
     empty.setStrictClosed(1); // the closing anchor would be triple 0's, and there is none
     EXPECT_EQ(SimplePath::Failure, empty.locatePosition(positionOf(empty, 0, 0.0), p));
     SimplePathVertex* anchor = nullptr;
-    single.addSingle(DPoint(4, 5), anchor);
+    EXPECT_EQ(SimplePath::Success, single.addSingle(DPoint(4, 5), anchor));
     ASSERT_EQ(SimplePath::Success, single.locatePosition(positionOf(single, 0, 0.0), p));
     EXPECT_EQ(DPoint(4, 5), p);
     EXPECT_EQ(SimplePath::Failure, single.locatePosition(positionOf(single, 0, 0.5), p));
@@ -138,7 +138,7 @@ TEST(FastSession, AgreesWithThePlainQueriesAndFallsBackWhenStale) {
     agree(path, nullptr, 3, 0.5);
     for (int k = 0; k < 100; ++k) { // the count changes (and the storage moves): the session is not used
         SimplePathVertex* anchor = nullptr;
-        path.addSingle(DPoint(k, -k), anchor);
+        EXPECT_EQ(SimplePath::Success, path.addSingle(DPoint(k, -k), anchor));
     }
     agree(path, session, 130, 0.5);
     path.stopFastSession(session);

@@ -26,7 +26,8 @@ std::vector<SimplePathVertexTriple> triplesOf(SimplePath const& path) {
 SimplePath makePath(int n) {
     SimplePath path;
     for (int i = 0; i < n; ++i) {
-        appendTriple(path, {10.0 * i - 1, 1}, {10.0 * i, 0}, {10.0 * i + 1, -1}, static_cast<Mode>(i % 3));
+        EXPECT_EQ(SimplePath::Success, appendTriple(path, {10.0 * i - 1, 1}, {10.0 * i, 0},
+                                                    {10.0 * i + 1, -1}, static_cast<Mode>(i % 3)));
     }
     return path;
 }

@@ -25,7 +25,8 @@ SimplePath makeLine(int n, int closed = 0) {
     SimplePath path;
     SimplePathVertex *f = nullptr, *a = nullptr, *l = nullptr;
     for (int i = 0; i < n; ++i) {
-        path.addTriple({10.0 * i - 1, 0}, f, {10.0 * i, 0}, a, {10.0 * i + 1, 0}, l, kCusp);
+        EXPECT_EQ(SimplePath::Success,
+                  path.addTriple({10.0 * i - 1, 0}, f, {10.0 * i, 0}, a, {10.0 * i + 1, 0}, l, kCusp));
     }
     path.setStrictClosed(closed);
     return path;
@@ -135,7 +136,7 @@ TEST(Path, EndsAndAnchorPositionsFollowTheClosedFlag) {
         EXPECT_EQ(SimplePath::Success, path.getLastTriplePosition(last));
         EXPECT_EQ(positionOf(path, 2, 0.0), last);
         std::list<SimplePathPosition> ex{positionOf(path, 9, 0.0)}, expected{positionOf(path, 9, 0.0)};
-        path.getAnchorPositionsEx(ex); // appended to, not cleared
+        EXPECT_EQ(SimplePath::Success, path.getAnchorPositionsEx(ex)); // appended to, not cleared
         for (int i = 0; i < (closed ? 4 : 3); ++i) {
             expected.push_back(positionOf(path, i, 0.0));
         }

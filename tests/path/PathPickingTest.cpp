@@ -83,7 +83,7 @@ TEST(PickPosition, SegmentsBeforeAnchorsLastSegmentFirstOnThePlainOrBentCurve) {
     ASSERT_EQ(SimplePath::Success, open.pickPosition({5, 1.5}, 0.5, position)); // only segment 0 in reach
     EXPECT_EQ(0, position.getIndex());
     DPoint on;
-    open.locatePosition(position, on);
+    EXPECT_EQ(SimplePath::Success, open.locatePosition(position, on));
     EXPECT_LT(distance(on, {5, 1.5}), 0.5);
     SimplePath const closed = row(1); // the end of the closing segment is the closing anchor (n, 0.0)
     ASSERT_EQ(SimplePath::Success, closed.pickPosition({0, 0}, 0.5, position));
@@ -98,7 +98,7 @@ TEST(PickPosition, SegmentsBeforeAnchorsLastSegmentFirstOnThePlainOrBentCurve) {
 
     SimplePath single; // one triple: the anchor only, strictly inside the tolerance
     SimplePathVertex* anchor = nullptr;
-    single.addSingle(DPoint(10, 0), anchor);
+    EXPECT_EQ(SimplePath::Success, single.addSingle(DPoint(10, 0), anchor));
     ASSERT_EQ(SimplePath::Success, single.pickPosition({10.5, 0}, 1.0, position));
     EXPECT_EQ(positionOf(single, 0, 0.0), position);
     EXPECT_EQ(SimplePath::Failure, single.pickPosition({11, 0}, 1.0, position));
@@ -109,10 +109,10 @@ TEST(PickPosition, SegmentsBeforeAnchorsLastSegmentFirstOnThePlainOrBentCurve) {
     // On the bent curve the point is taken in the mapped space: found there, not on the plain curve.
     support::Bend const bend;
     DPoint mapped, plain;
-    open.pretransformLocatePosition(bend, positionOf(open, 1, 0.6), mapped);
+    EXPECT_EQ(SimplePath::Success, open.pretransformLocatePosition(bend, positionOf(open, 1, 0.6), mapped));
     ASSERT_EQ(SimplePath::Success, open.pretransformPickPosition(mapped, 0.01, bend, position));
     EXPECT_EQ(1, position.getIndex());
     EXPECT_NEAR(0.6, position.getParameter(), 1e-6);
-    open.locatePosition(positionOf(open, 1, 0.6), plain);
+    EXPECT_EQ(SimplePath::Success, open.locatePosition(positionOf(open, 1, 0.6), plain));
     EXPECT_EQ(SimplePath::Failure, open.pretransformPickPosition(plain, 0.01, bend, position));
 }

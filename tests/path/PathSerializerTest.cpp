@@ -132,7 +132,7 @@ TEST(PathSerializer, WritesFormatTwoCallByCallAndStopsAtAFailedWrite) {
     SimplePath odd; // with no vertex before it, a mode without a code is written as 0 (4 when retracted)
     addTriple(odd, {2, 2}, {2, 2}, {2, 2}, static_cast<Mode>(-3));
     RecordingSerializer oddOut;
-    SimplePathSerializer::write(&odd, oddOut);
+    EXPECT_EQ(SimplePathSerializer::Success, SimplePathSerializer::write(&odd, oddOut));
     EXPECT_EQ("b:4", oddOut.calls.at(4));
     RecordingSerializer unused;
     EXPECT_EQ(SimplePathSerializer::Failure,

@@ -19,6 +19,6 @@ inline SimplePath::Result appendTriple(SimplePath& path, DPoint const& first, DP
 // The current locations and modes of the path's triples, in path order.
 inline std::vector<SimplePathLocationTriple> locationsOf(SimplePath const& path) {
     std::list<SimplePathLocationTriple> list;
-    path.getLocationTripleList(list);
+    EXPECT_EQ(SimplePath::Success, path.getLocationTripleList(list));
     return {list.begin(), list.end()};
 }

@@ -24,7 +24,7 @@ class Bend : public ArbTrans<DPoint> {
 // A path of straight segments through the points, every handle retracted onto its anchor.
 inline SimplePath polyline(std::vector<DPoint> const& points, int closedFlag) {
     SimplePath path;
-    path.addPoints(points);
+    EXPECT_EQ(SimplePath::Success, path.addPoints(points));
     path.setStrictClosed(closedFlag);
     return path;
 }
@@ -37,15 +37,15 @@ inline int segmentCount(SimplePath const& path) {
 // Segment s with every control point mapped through t.
 inline PBezier segmentOf(SimplePath const& path, int s, ArbTrans<DPoint> const& t = IdTrans<DPoint>()) {
     SimplePathVertexTriple from, to;
-    path.getTriple(s, from);
-    path.getTriple((s + 1) % path.numTriples(), to);
+    EXPECT_EQ(SimplePath::Success, path.getTriple(s, from));
+    EXPECT_EQ(SimplePath::Success, path.getTriple((s + 1) % path.numTriples(), to));
     return {t.transform(from.anchor->getLocation()), t.transform(from.last->getLocation()),
             t.transform(to.first->getLocation()), t.transform(to.anchor->getLocation())};
 }
 
 inline SimplePathPosition positionOf(SimplePath const& path, int index, double parameter) {
     SimplePathPosition p;
-    path.makePosition(index, parameter, p);
+    EXPECT_EQ(SimplePath::Success, path.makePosition(index, parameter, p));
     return p;
 }
 

@@ -51,6 +51,8 @@ TEST(PathData, CommandsAndNumberGrammarGiveTheirCubics) {
          "M0 0L10 0 10 10 0 0ZM0 0L5-5M6-4L8-4M0 0L1 0 0 0Z"},
         // Arc flags need no separators; a zero radius draws a line; equal end points draw nothing.
         {"M0 0A0 5 0 0 1 4 4", "M0 0L4 4"},
+        // Guards "Arcs whose radii overflow when grown to span the chord become their chord instead of
+        // vanishing".
         {"M0 0A1e-300 1e300 45 1 1 10 10", "M0 0L10 10"}, // radii overflow when grown: the chord
         {"M2 2A5 5 0 0 1 2 2", ""},
         {"  \n ", ""},

@@ -86,7 +86,8 @@ struct Measures {
 
 Measures measure(SimplePath const& path) {
     Measures m;
-    path.getMinMax(m.minX, m.minY, m.maxX, m.maxY);
+    // Called on paths with vertices only, whose bounds always succeed.
+    (void)path.getMinMax(m.minX, m.minY, m.maxX, m.maxY);
     path.pretransformLength(IdTrans<DPoint>(), m.length);
     double const extent =
         std::max({std::fabs(m.minX), std::fabs(m.minY), std::fabs(m.maxX), std::fabs(m.maxY)});
@@ -94,7 +95,7 @@ Measures measure(SimplePath const& path) {
         int exponent = 0;
         std::frexp(extent, &exponent);
         PowerOfTwoScale const down(-exponent);
-        path.pretransformGetMinMax(down, m.minX, m.minY, m.maxX, m.maxY);
+        (void)path.pretransformGetMinMax(down, m.minX, m.minY, m.maxX, m.maxY);
         path.pretransformLength(down, m.length);
         for (double* v : {&m.minX, &m.minY, &m.maxX, &m.maxY, &m.length}) {
             *v = std::ldexp(*v, exponent);
@@ -105,7 +106,8 @@ Measures measure(SimplePath const& path) {
 
 DPoint located(SimplePath const& path, SimplePathPosition const& position) {
     DPoint point;
-    path.locatePosition(position, point);
+    // A position the path cannot locate reports the origin, as the command always has.
+    (void)path.locatePosition(position, point);
     return point;
 }
 
@@ -158,7 +160,7 @@ int InfoWriter::add(SimplePath const& path) {
     if (n > 0) {
         Measures const m = measure(path);
         DPoint top, bottom;
-        path.getTopBottom(top, bottom);
+        (void)path.getTopBottom(top, bottom); // the path has vertices, so this succeeds
         if (!std::isfinite(m.length)) {
             return session_.fail("info: the length of path " + std::to_string(i) +
                                  " overflows the range of double precision");

@@ -1,4 +1,4 @@
-// Taking and restoring mementos: the SimplePath members behind memento-based undo.
+// SimplePath members: taking and restoring mementos, behind memento-based undo.
 
 #include "simplepath/path/SimplePathMemento.h"
 

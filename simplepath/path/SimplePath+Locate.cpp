@@ -1,14 +1,15 @@
-// The point at a position: locatePosition and its pretransformed and fast-session forms, and the
-// fast session itself.
+// SimplePath members: the point at a position (locatePosition, its pretransformed and fast-session
+// forms) and the fast session itself.
 
 #include <cmath>
 #include <cstdint>
 #include <new>
 
 #include "simplepath/interfaces/Tolerance.h"
+#include "simplepath/interfaces/detail/Tolerances.h"
 #include "simplepath/path/SimplePath.h"
 #include "simplepath/path/SimplePathFastSession.h"
-#include "simplepath/path/SimplePathSegmentReader.h"
+#include "simplepath/path/detail/SimplePathSegmentReader.h"
 
 namespace {
 
@@ -61,7 +62,7 @@ SimplePath::Result SimplePath::locatePosition(SimplePathPosition const& position
         return Failure;
     }
     if (t >= 1.0 || t < 0.0) {
-        if (IS_EQUAL(t, 1.0, 1e-9)) {
+        if (IS_EQUAL(t, 1.0, simplepath_tolerance::kParameterSnap)) {
             t = 1.0;
         } else if (IS_ZERO(t, 0.0)) {
             t = 0.0;
@@ -76,7 +77,7 @@ SimplePath::Result SimplePath::locatePosition(SimplePathPosition const& position
         }
     }
     if (index == segments) {
-        if (!IS_ZERO(t, 1e-9)) {
+        if (!IS_ZERO(t, simplepath_tolerance::kParameterSnap)) {
             return Failure;
         }
         t = 0.0;

@@ -1,5 +1,6 @@
-// The SimplePath members that switch a vertex between the handle modes.
+// SimplePath members: mode setting, switching a vertex between the handle modes.
 
+#include "simplepath/interfaces/detail/Tolerances.h"
 #include "simplepath/path/SimplePath.h"
 
 namespace {
@@ -47,7 +48,7 @@ SimplePath::Result SimplePath::alignHandles(SimplePathVertex* vertex, bool symme
     DVector const dOut = position->last->getLocation() - a;
     DPoint in;
     DPoint out;
-    if ((dIn - dOut).length() < 1e-9) {
+    if ((dIn - dOut).length() < simplepath_tolerance::kCoincidentHandles) {
         DVector d;
         int const previous = previousTriple(index);
         int const next = nextTriple(index);

@@ -1,5 +1,5 @@
-// Read-only geometry of a path: bounds, top and bottom, length, the box test, the closest position,
-// intersections with a line and the metric between positions.
+// SimplePath members: read-only geometry (bounds, top and bottom, length, the box test, the closest
+// position, intersections with a line and the metric between positions).
 
 #include <cmath>
 #include <initializer_list>
@@ -7,23 +7,24 @@
 #include <vector>
 
 #include "simplepath/interfaces/P2DMatrix.h"
+#include "simplepath/interfaces/detail/Tolerances.h"
 #include "simplepath/path/SimplePath.h"
-#include "simplepath/path/SimplePathSegmentReader.h"
+#include "simplepath/path/detail/SimplePathSegmentReader.h"
 
 namespace {
 
 constexpr double kIntSentinel = 2147483647.0;
 constexpr double kDoubleSentinel = 1.7976931348623157e308;
 
-// 64 ulps of the largest magnitude among the values: far above the rounding of any curve coordinate
-// computed from control coordinates no larger than these.
+// The rounding guard (64 ulps) of the largest magnitude among the values: far above the rounding of any
+// curve coordinate computed from control coordinates no larger than these.
 double roundingMargin(std::initializer_list<double> values) {
     double largest = 0.0;
     for (double v : values) {
         double const magnitude = v < 0.0 ? -v : v;
         largest = magnitude > largest ? magnitude : largest;
     }
-    return 64.0 * 2.220446049250313e-16 * largest;
+    return simplepath_tolerance::kRoundingGuard * largest;
 }
 
 // The curve's exact extent, folded segment by segment from PBezier::localMinMax (end points and the

@@ -5,6 +5,7 @@
 #include "simplepath/interfaces/ArbTrans.h"
 #include "simplepath/interfaces/DPoint.h"
 #include "simplepath/interfaces/PBezier.h"
+#include "simplepath/interfaces/detail/Tolerances.h"
 #include "simplepath/path/SimplePathDPointVertex.h"
 #include "simplepath/path/SimplePathTripleList.h"
 #include "simplepath/path/SimplePathVertex.h"
@@ -193,7 +194,7 @@ struct SimplePathControlBox {
         }
         double const ax = -minX > maxX ? -minX : maxX;
         double const ay = -minY > maxY ? -minY : maxY;
-        double const slack = 64.0 * 2.220446049250313e-16 * (ax > ay ? ax : ay);
+        double const slack = simplepath_tolerance::kRoundingGuard * (ax > ay ? ax : ay);
         minX -= slack;
         minY -= slack;
         maxX += slack;

@@ -1,4 +1,5 @@
-// The SimplePath members that insert, delete and move vertices in place.
+// SimplePath members: vertex editing, inserting, deleting and moving vertices in place, and
+// initialize, which records the vertices it makes.
 
 #include <cmath>
 #include <new>
@@ -7,6 +8,7 @@
 #include "simplepath/edit/SimplePathVertexOpTransforms.h"
 #include "simplepath/interfaces/PBezier.h"
 #include "simplepath/interfaces/Tolerance.h"
+#include "simplepath/interfaces/detail/Tolerances.h"
 #include "simplepath/path/SimplePath.h"
 #include "simplepath/path/SimplePathDPointVertex.h"
 
@@ -68,7 +70,8 @@ void SimplePath::createVertexTriple(SimplePathPosition const& position, SimplePa
     DPoint last;
     // Handles within 1e-7 of their anchors count as a straight segment here (the insertion itself tests
     // exactly): the new vertex then gets no handles of its own.
-    if (isEqual(segment[0], segment[1], 1e-7) && isEqual(segment[2], segment[3], 1e-7)) {
+    if (isEqual(segment[0], segment[1], simplepath_tolerance::kRetractedHandle) &&
+        isEqual(segment[2], segment[3], simplepath_tolerance::kRetractedHandle)) {
         first = anchor = last = segment.bValue(t);
     } else {
         PBezier left;
@@ -256,5 +259,22 @@ SimplePath::Result SimplePath::translate(DVector const& offset) {
 void SimplePath::scale(double xFactor, double yFactor) {
     P2DTrans m;
     m.xScale(xFactor).yScale(yFactor);
-    transform(m, DPoint(0.0, 0.0));
+    // Mapping through a matrix always succeeds; scale has nothing to report.
+    (void)transform(m, DPoint(0.0, 0.0));
+}
+
+SimplePath::Result SimplePath::initialize(std::list<SimplePathLocationTriple> const& triples, int closedFlag,
+                                          SimplePathChangeInstruction& change) {
+    closed = closedFlag;
+    tripleList.reserve(numTriples() + static_cast<int>(triples.size()));
+    SimplePathVertexTriple made;
+    for (SimplePathLocationTriple const& entry : triples) {
+        if (!insertNewTriple(numTriples(), entry.first, entry.anchor, entry.last, entry.mode, made)) {
+            return Failure;
+        }
+        change.insertAdded(made.first);
+        change.insertAdded(made.anchor);
+        change.insertAdded(made.last);
+    }
+    return Success;
 }

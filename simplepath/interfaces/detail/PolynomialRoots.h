@@ -34,8 +34,9 @@ int quadraticRoots(double c0, double c1, double c2, double lo, double hi, double
 
 // Safeguarded Newton on [a, b] where the polynomial is monotone and changes sign (fa = p(a), fb = p(b)):
 // each step keeps the bracket, falls back to bisection when Newton leaves it, and stops once a Newton step
-// is below 1e-13 (the error after it is then of the order of the step squared) or the bracket is one ulp
-// wide. At most 80 steps, so non-finite input cannot hang it.
+// is below 1e-8 (Newton converges quadratically at a simple root, so the error after that step is of the
+// order of its square, about 1e-16) or the bracket is one ulp wide. At most 80 steps, so non-finite input
+// cannot hang it.
 template <int N> double solveBracketed(double const* c, double a, double b, double fa, double fb) {
     bool const fallsAtA = fa > 0.0;
     double t = a + (b - a) * (fa / (fa - fb)); // regula falsi start

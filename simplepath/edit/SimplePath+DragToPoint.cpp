@@ -1,4 +1,4 @@
-// SimplePath::dragToPoint: reshaping one segment through a point with the legacy curve's drag.
+// SimplePath members: dragToPoint, reshaping one segment through a point with the legacy curve's drag.
 
 #include <cmath>
 #include <list>
@@ -24,7 +24,8 @@ SimplePath::Result SimplePath::dragToPoint(SimplePathPosition const& position, D
     std::vector<BPOINT> points;
     DPoint located;
     try {
-        getLocationTripleList(locations);
+        // Reading the locations always succeeds.
+        (void)getLocationTripleList(locations);
         points.reserve(locations.size() + 1);
         for (SimplePathLocationTriple const& entry : locations) {
             points.push_back(BPOINT{entry.first, entry.anchor, entry.last});

@@ -1,7 +1,7 @@
-// Hit testing: the vertex or the position of the curve under a point.
+// SimplePath members: hit testing, the vertex or the position of the curve under a point.
 
 #include "simplepath/path/SimplePath.h"
-#include "simplepath/path/SimplePathSegmentReader.h"
+#include "simplepath/path/detail/SimplePathSegmentReader.h"
 
 namespace {
 

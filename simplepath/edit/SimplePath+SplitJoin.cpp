@@ -1,4 +1,5 @@
-// The SimplePath members that cut a path at an anchor and join two open paths end to end.
+// SimplePath members: split and join, cutting a path at an anchor and joining two open paths end to
+// end.
 //
 // Ownership. Triples move between paths as pointers: a vertex changes owner, it is never copied and
 // never freed here. Only the duplicate of a split anchor is new; the old anchor object of an open split
