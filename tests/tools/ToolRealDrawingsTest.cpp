@@ -93,6 +93,12 @@ TEST_F(ToolProcess, NumbersAtTheEdgesOfTheDoubleRange) {
         EXPECT_EQ(r.out, "") << c.err;
         EXPECT_EQ(r.err, "simplepath: error: " + c.err + "\n");
     }
+    // A drawing spanning most of the double range still gets a finite SVG frame.
+    for (char const* command : {"convert", "render"}) {
+        Outcome const svg = run({"--d", "M-1e308 0L1e308 0", "--format", "svg", command});
+        EXPECT_EQ(svg.code, 0) << svg.err;
+        EXPECT_EQ(svg.out.find("inf"), std::string::npos) << svg.out;
+    }
     // Underflow reads as 0, whether written with an exponent or with 200,000 zeros.
     std::string const zeros = "0." + std::string(200000, '0') + "1";
     Outcome const tiny = run({"-"}, "M1e-999 " + zeros + " L-" + zeros + " 1e-400");
