@@ -76,3 +76,21 @@
 
 // Interaction: path transforms, drawing, pick contexts and snapping
 #include "simplepath/interaction/SimplePathVertexPickAction.h"
+
+// Undoable operations
+#include "simplepath/operations/AddSimplePathVertexOperation.h"
+#include "simplepath/operations/AverageVertexOperation.h"
+#include "simplepath/operations/ChangeSimplePathVertexOperation.h"
+#include "simplepath/operations/DeleteSimplePathVertexOperation.h"
+#include "simplepath/operations/InsertVerticesSimplePathOperation.h"
+#include "simplepath/operations/JoinSimplePathVerticesOperation.h"
+#include "simplepath/operations/MoveSelectedVerticesOperation.h"
+#include "simplepath/operations/SimplePathModeOperation.h"
+#include "simplepath/operations/SimplePathOperation.h"
+#include "simplepath/operations/SimplePathOperationFactory.h"
+#include "simplepath/operations/SimplePathVertexPickOperation.h"
+#include "simplepath/operations/SplitSimplePathVertexOperation.h"
+#include "simplepath/operations/setCuspModeOperation.h"
+#include "simplepath/operations/setSmoothModeOperation.h"
+#include "simplepath/operations/setStraightModeOperation.h"
+#include "simplepath/operations/setSymmetricModeOperation.h"

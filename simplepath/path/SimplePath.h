@@ -241,6 +241,18 @@ class SimplePath {
     // deleted. The neighbours' handles stay where they are.
     Result deleteVertex(SimplePathVertex* const& anchor, SimplePathChangeInstruction& change);
 
+    // ---- Whole triples and whole paths (edit/SimplePath+AdoptTriple.cpp, edit/SimplePath+DeletePath.cpp)
+    // ---- Takes the caller's triple as it stands (its vertex objects, their locations and its mode) into the
+    // path as triple `index`: n appends, a negative index inserts at the front. The path owns the vertices
+    // afterwards. Fails, leaving them the caller's, for a null vertex, an index beyond n or a vertex the
+    // path already holds. Nothing is recorded: the caller knows what it inserted.
+    Result adoptTriple(SimplePathVertexTriple const& triple, int index);
+    // Takes every triple out of the path, reporting their vertices and then the path itself as removed.
+    // The vertices are unlinked, not freed, and the path object stays, empty (with its closed flag), for
+    // its owner: an undo refills it from a memento. A null handle fails.
+    static Result deleteSimplePath(PHashablePointer<SimplePath> const& path,
+                                   SimplePathChangeInstruction& change);
+
     // ---- Mode setting (edit/SimplePath+ModeSetting.cpp) ----
     // Mode setters accept any of a triple's three vertices; `change` is accepted for a uniform signature.
     // Smooth: both handles turned onto one line through the anchor, each keeping its length.

@@ -1,0 +1,142 @@
+#include "simplepath/operations/AverageVertexOperation.h"
+
+#include "simplepath/operations/detail/OperationSupport.h"
+
+using namespace operation_support;
+
+int AverageVertexOperation::AveOpInformation::getType() const {
+    return 5;
+}
+
+AverageVertexOperation::AverageVertexOperation(PHashablePointer<SimplePath> editedPath,
+                                               SimplePathVertex* alignedVertex, DPoint const& reference0,
+                                               DPoint const& reference1, DPoint const& reference2,
+                                               short int code, PBoxForm const& form)
+    : path(editedPath), vertex(alignedVertex), p0(reference0), p1(reference1), p2(reference2),
+      alignment(code), boxForm(form) {}
+
+AverageVertexOperation::AverageVertexOperation(AverageVertexOperation const& other)
+    : SimplePathOperation(other), path(other.path), vertex(other.vertex), p0(other.p0), p1(other.p1),
+      p2(other.p2), alignment(other.alignment), boxForm(other.boxForm) {}
+
+AverageVertexOperation::~AverageVertexOperation() {
+    delete memento;
+}
+
+DPoint AverageVertexOperation::alignedAnchor(short int code, DPoint const& anchor, DPoint const& q0,
+                                             DPoint const& q1, DPoint const& q2) {
+    double const* x = nullptr;
+    double const* y = nullptr;
+    switch (code & 0xF0) {
+    case XFromP2:
+        x = &q2.x;
+        break;
+    case XFromP1:
+        x = &q1.x;
+        break;
+    case XFromP0:
+        x = &q0.x;
+        break;
+    case XFromAnchor:
+        x = &anchor.x;
+        break;
+    default:
+        break;
+    }
+    switch (code & 0xF00) {
+    case YFromP2:
+        y = &q2.y;
+        break;
+    case YFromP1:
+        y = &q1.y;
+        break;
+    case YFromP0:
+        y = &q0.y;
+        break;
+    case YFromAnchor:
+        y = &anchor.y;
+        break;
+    default:
+        break;
+    }
+    // Bits outside the two groups, or a group with no bit or several, make the code unknown.
+    if (x == nullptr || y == nullptr || (code & ~0xFF0) != 0) {
+        return DPoint();
+    }
+    return DPoint(*x, *y);
+}
+
+SimplePathOperation::Result
+AverageVertexOperation::executeOperation(std::list<PHashablePointer<SimplePath>>& affectedPaths,
+                                         SimplePathChangeInstruction& change) {
+    if (applied) {
+        return EditFailed;
+    }
+    if (!takeMemento(path, memento)) {
+        return MementoFailed;
+    }
+    SimplePathVertex* first = nullptr;
+    SimplePathVertex* anchor = nullptr;
+    SimplePathVertex* last = nullptr;
+    SimplePathVertexTriple::VertexTripleMode mode = SimplePathVertexTriple::Cusp;
+    if (vertex == nullptr || path->getVertexInfo(vertex, first, anchor, last, mode) != SimplePath::Success) {
+        return EditFailed;
+    }
+    DPoint const before = vertex->getLocation();
+    DPoint const a = boxForm.xform(anchor->getLocation());
+    DPoint const in = boxForm.xform(first->getLocation());
+    DPoint const out = boxForm.xform(last->getLocation());
+    // Mapped in place and kept mapped, deliberately (see the class comment).
+    p0 = boxForm.xform(p0);
+    p1 = boxForm.xform(p1);
+    p2 = boxForm.xform(p2);
+
+    DPoint const target = alignedAnchor(alignment, a, p0, p1, p2);
+    DVector const shift = target - a;
+    DPoint const anchorTo = boxForm.xforminv(target);
+    DPoint const firstTo = boxForm.xforminv(in + shift);
+    DPoint const lastTo = boxForm.xforminv(out + shift);
+    if (!isFinite(firstTo) || !isFinite(anchorTo) || !isFinite(lastTo) ||
+        path->changeTriple(first, firstTo, anchor, anchorTo, last, lastTo, mode, change) !=
+            SimplePath::Success) {
+        return EditFailed;
+    }
+    vertexBefore = before;
+    applied = true;
+    affectedPaths.push_back(path);
+    return Success;
+}
+
+void AverageVertexOperation::undoOperation() {
+    restoreMemento(path, memento);
+    applied = false;
+}
+
+int AverageVertexOperation::RetreiveSegIndependentInfo(SegmentIndependentInformation*& info) {
+    return retrieve<AveOpInformation>(info, [&](AveOpInformation& record) {
+        record.vertexLocation = applied ? vertexBefore : locationOf(vertex);
+        record.p0 = p0;
+        record.p1 = p1;
+        record.p2 = p2;
+        record.alignment = alignment;
+        record.boxForm = boxForm;
+    });
+}
+
+int AverageVertexOperation::ApplySegIndependentInfo(SegmentIndependentInformation*& info) {
+    auto const* record = applicableRecord<AveOpInformation>(info);
+    PHashablePointer<SimplePath> foundPath;
+    SimplePathVertex* foundVertex = nullptr;
+    if (memento != nullptr || record == nullptr ||
+        !pick(*record, record->vertexLocation, foundPath, foundVertex) || foundVertex == nullptr) {
+        return 0;
+    }
+    path = foundPath;
+    vertex = foundVertex;
+    p0 = record->p0;
+    p1 = record->p1;
+    p2 = record->p2;
+    alignment = record->alignment;
+    boxForm = record->boxForm;
+    return 1;
+}

@@ -1,0 +1,52 @@
+// Taking a caller's triple into a path as it stands, and deleting a whole path's triples.
+
+#include <gtest/gtest.h>
+
+#include "EditingHelpers.h"
+#include "simplepath/path/SimplePathDPointVertex.h"
+
+using namespace editing;
+
+namespace {
+
+TEST(AdoptTriple, TakesTheVerticesAsTheyStandAndRefusesWhatWouldHaveTwoOwners) {
+    SimplePath path = wiggly(3);
+    SimplePathVertexTriple const made(new SimplePathDPointVertex(DPoint(1, 2)),
+                                      new SimplePathDPointVertex(DPoint(3, 4)),
+                                      new SimplePathDPointVertex(DPoint(5, 6)), Mode::Symmetric);
+    SimplePathVertexTriple const held = path.getTripleList()[1];
+    EXPECT_EQ(SimplePath::Failure, path.adoptTriple(made, 4));
+    EXPECT_EQ(SimplePath::Failure,
+              path.adoptTriple(SimplePathVertexTriple(made.first, held.anchor, made.last, Mode::Cusp), 0));
+    EXPECT_EQ(SimplePath::Failure,
+              path.adoptTriple(SimplePathVertexTriple(made.first, nullptr, made.last, Mode::Cusp), 0));
+    EXPECT_EQ(SimplePath::Failure,
+              path.adoptTriple(SimplePathVertexTriple(made.first, made.first, made.last, Mode::Cusp), 0));
+    ASSERT_EQ(3, path.numTriples());
+
+    ASSERT_EQ(SimplePath::Success, path.adoptTriple(made, -5)); // the front
+    EXPECT_EQ(made, path.getTripleList()[0]);
+    EXPECT_EQ(DPoint(3, 4), path.getTripleList()[0].anchor->getLocation());
+    EXPECT_EQ(SimplePath::Failure, path.adoptTriple(made, 2)); // already held
+    EXPECT_EQ(4, path.numTriples());
+}
+
+TEST(DeleteSimplePath, ReportsEveryVertexAndThePathAndLeavesTheObjectEmpty) {
+    SimplePath path = wiggly(3, 1);
+    auto const vertices = verticesOf({&path});
+    SimplePathChangeInstruction change;
+    ASSERT_EQ(SimplePath::Success, SimplePath::deleteSimplePath(&path, change));
+    EXPECT_EQ(0, path.numTriples());
+    EXPECT_EQ(1, path.isClosedSimplePath());
+    EXPECT_EQ(vertices, removed(change));
+    std::list<PHashablePointer<SimplePath>> paths;
+    change.simplePathsRemoved(paths);
+    EXPECT_EQ(std::list<PHashablePointer<SimplePath>>{&path}, paths);
+    freeRemoved(change);
+
+    SimplePathChangeInstruction untouched;
+    EXPECT_EQ(SimplePath::Failure, SimplePath::deleteSimplePath(nullptr, untouched));
+    EXPECT_TRUE(removed(untouched).empty());
+}
+
+} // namespace

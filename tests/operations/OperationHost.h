@@ -1,0 +1,147 @@
+#pragma once
+
+// A small host for the operation tests: a design object holding paths, the pick function that finds a
+// path and vertex by coordinates in it, and exact snapshots of paths (serialized bytes plus the vertex
+// objects in order) to compare states bit for bit and object for object.
+
+#include <algorithm>
+#include <map>
+#include <memory>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "simplepath/interfaces/ArbTrans.h"
+#include "simplepath/interfaces/BinarySerializer.h"
+#include "simplepath/operations/SimplePathOperation.h"
+#include "simplepath/path/SimplePath.h"
+#include "simplepath/path/SimplePathSerializer.h"
+
+// The host's design object: the paths of one drawing, in the host's order.
+class PathSeg {
+  public:
+    std::vector<SimplePath*> paths;
+};
+
+namespace ops_test {
+
+// Finds, within the tolerance of the location, an anchor of any path, else a handle, else a point of a
+// path's curve (the path with a null vertex). Paths are searched in the drawing's order.
+inline int pickInDrawing(PathSeg const* drawing, DPoint const& location, double tolerance,
+                         PHashablePointer<SimplePath>& path, SimplePathVertex*& vertex, int& index) {
+    if (drawing == nullptr) {
+        return 0;
+    }
+    IdTrans<DPoint> const identity;
+    for (SimplePath* p : drawing->paths) {
+        SimplePathVertex* found = nullptr;
+        if (p->pretransformPickAnchor(location, tolerance, identity, found) == SimplePath::Success &&
+            found != nullptr) {
+            path = p;
+            vertex = found;
+            return 1;
+        }
+    }
+    for (SimplePath* p : drawing->paths) {
+        SimplePathVertex* found = nullptr;
+        if (p->pickVertex(location, tolerance, found) == SimplePath::Success && found != nullptr) {
+            path = p;
+            vertex = found;
+            return 1;
+        }
+    }
+    for (SimplePath* p : drawing->paths) {
+        SimplePathPosition at;
+        if (p->numTriples() > 1 && p->pickPosition(location, tolerance, at) == SimplePath::Success) {
+            path = p;
+            vertex = nullptr;
+            index = at.getIndex();
+            return 1;
+        }
+    }
+    return 0;
+}
+
+inline std::string bytesOf(SimplePath const& path) {
+    std::ostringstream out;
+    BinarySerializer writer(out);
+    EXPECT_EQ(
+        SimplePathSerializer::Success,
+        SimplePathSerializer::write(PHashablePointer<SimplePath>(const_cast<SimplePath*>(&path)), writer));
+    return out.str();
+}
+
+// One path exactly: its serialized form and its vertex objects in order.
+struct PathState {
+    std::string bytes;
+    std::vector<SimplePathVertex*> vertices;
+    bool operator==(PathState const& other) const {
+        return bytes == other.bytes && vertices == other.vertices;
+    }
+    bool operator!=(PathState const& other) const { return !(*this == other); }
+};
+
+inline PathState stateOf(SimplePath const& path) {
+    PathState state{bytesOf(path), {}};
+    for (SimplePathVertexTriple const& t : path.getTripleList()) {
+        state.vertices.insert(state.vertices.end(), {t.first, t.anchor, t.last});
+    }
+    return state;
+}
+
+// A drawing's state: every path that holds triples (an emptied path counts as gone).
+using DrawingState = std::map<SimplePath const*, PathState>;
+
+template <class Paths> DrawingState drawingState(Paths const& paths) {
+    DrawingState out;
+    for (auto const& p : paths) {
+        if (p->numTriples() > 0) {
+            out[&*p] = stateOf(*p);
+        }
+    }
+    return out;
+}
+
+// Every vertex object sits in exactly one place of one path.
+template <class Paths> bool eachVertexOnce(Paths const& paths) {
+    std::set<SimplePathVertex*> seen;
+    std::size_t slots = 0;
+    for (auto const& p : paths) {
+        for (SimplePathVertexTriple const& t : p->getTripleList()) {
+            seen.insert({t.first, t.anchor, t.last});
+            slots += 3;
+        }
+    }
+    return seen.size() == slots && seen.count(nullptr) == 0;
+}
+
+inline SimplePath* addPath(std::vector<std::unique_ptr<SimplePath>>& pool,
+                           std::vector<SimplePathLocationTriple> const& triples, int closed) {
+    pool.push_back(std::make_unique<SimplePath>());
+    SimplePath* const path = pool.back().get();
+    for (SimplePathLocationTriple const& t : triples) {
+        SimplePathVertex* f = nullptr;
+        SimplePathVertex* a = nullptr;
+        SimplePathVertex* l = nullptr;
+        EXPECT_EQ(SimplePath::Success, path->addTriple(t.first, f, t.anchor, a, t.last, l, t.mode));
+    }
+    path->setStrictClosed(closed);
+    return path;
+}
+
+// A curved triple at `anchor`, its handles leaning so that no two segments are alike.
+inline SimplePathLocationTriple
+curved(DPoint const& anchor, double lean,
+       SimplePathVertexTriple::VertexTripleMode mode = SimplePathVertexTriple::Cusp) {
+    return SimplePathLocationTriple(anchor + DVector(-3.0, 1.0 + lean), anchor,
+                                    anchor + DVector(3.0, -1.0 - 2.0 * lean), mode);
+}
+
+inline SimplePathVertexTriple tripleAt(SimplePath const& path, int index) {
+    return path.getTripleList()[index];
+}
+
+} // namespace ops_test

@@ -1,0 +1,251 @@
+// Records: an operation described by coordinates, rebuilt by the factory through the host's pick
+// function against a fresh copy of the drawing, must make the same edit there. Bad records give null.
+
+#include <functional>
+#include <list>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "OperationHost.h"
+#include "simplepath/edit/SimplePathChangeInstruction.h"
+#include "simplepath/operations/AddSimplePathVertexOperation.h"
+#include "simplepath/operations/JoinSimplePathVerticesOperation.h"
+#include "simplepath/operations/MoveSelectedVerticesOperation.h"
+#include "simplepath/operations/SimplePathOperationFactory.h"
+#include "simplepath/operations/setCuspModeOperation.h"
+
+using namespace ops_test;
+
+namespace {
+
+using F = SimplePathOperationFactory;
+using Op = std::unique_ptr<SimplePathOperation>;
+using Info = SimplePathOperation::SegmentIndependentInformation;
+using Mode = SimplePathVertexTriple::VertexTripleMode;
+
+// One drawing, built the same way every time: two open paths and a closed one, apart from each other.
+struct Drawing {
+    std::vector<std::unique_ptr<SimplePath>> pool;
+    PathSeg seg;
+
+    Drawing() {
+        std::vector<SimplePathLocationTriple> a, b, c;
+        for (int i = 0; i < 5; ++i) {
+            a.push_back(curved(DPoint(20.0 * i, 0.0), 0.1 * i, i == 1 ? Mode::Smooth : Mode::Cusp));
+        }
+        for (int i = 0; i < 3; ++i) {
+            b.push_back(curved(DPoint(120.0 + 20.0 * i, 40.0), 0.3 * i));
+        }
+        for (int i = 0; i < 4; ++i) {
+            c.push_back(curved(DPoint(20.0 * (i % 2), 100.0 + 20.0 * (i / 2)), 0.2 * i, Mode::Symmetric));
+        }
+        for (auto const* triples : {&a, &b, &c}) {
+            seg.paths.push_back(addPath(pool, *triples, triples == &c ? 1 : 0));
+        }
+    }
+    SimplePath* path(int i) const { return seg.paths[static_cast<std::size_t>(i)]; }
+    SimplePathVertexTriple triple(int p, int i) const { return tripleAt(*path(p), i); }
+};
+
+// Every path of the drawing, then every path the edit added, serialized.
+std::vector<std::string> outcome(Drawing const& drawing, SimplePathChangeInstruction const& change) {
+    std::vector<std::string> out;
+    for (SimplePath* p : drawing.seg.paths) {
+        out.push_back(bytesOf(*p));
+    }
+    std::list<PHashablePointer<SimplePath>> added;
+    change.simplePathsAdded(added);
+    for (auto const& p : added) {
+        out.push_back(bytesOf(*p));
+    }
+    return out;
+}
+
+void expectRoundTrip(std::string const& name, std::function<SimplePathOperation*(Drawing&)> const& make) {
+    SCOPED_TRACE(name);
+    Drawing original;
+    Op op(make(original));
+    ASSERT_NE(nullptr, op);
+    std::list<PHashablePointer<SimplePath>> affected;
+    SimplePathChangeInstruction change;
+    ASSERT_EQ(SimplePathOperation::Success, op->executeOperation(affected, change));
+    std::vector<std::string> const expected = outcome(original, change);
+
+    Info* info = nullptr;
+    ASSERT_EQ(2, op->RetreiveSegIndependentInfo(info)); // taken after the edit
+    std::unique_ptr<Info> record(info);
+    Drawing copy;
+    record->pathSeg = &copy.seg;
+    record->pickCallback = &pickInDrawing;
+    Op rebuilt(F::createOperationFromSII(record.get()));
+    ASSERT_NE(nullptr, rebuilt);
+    std::list<PHashablePointer<SimplePath>> copyAffected;
+    SimplePathChangeInstruction copyChange;
+    ASSERT_EQ(SimplePathOperation::Success, rebuilt->executeOperation(copyAffected, copyChange));
+    EXPECT_EQ(expected, outcome(copy, copyChange));
+    EXPECT_EQ(affected.size(), copyAffected.size());
+
+    // Paths the edits made are the hosts' now.
+    for (auto* c : {&change, &copyChange}) {
+        std::list<PHashablePointer<SimplePath>> added;
+        c->simplePathsAdded(added);
+        for (auto const& p : added) {
+            (c == &change ? original : copy).pool.emplace_back(p.pointer);
+        }
+    }
+    op.reset();
+    rebuilt.reset();
+}
+
+TEST(OperationRecords, EveryRecordTypeRebuildsIntoTheSameEditOnACopy) {
+    expectRoundTrip("pick", [](Drawing& d) {
+        SimplePathVertexTriple const t = d.triple(0, 2);
+        SimplePathLocationTriple const to(DPoint(30, 9), DPoint(41, 7), DPoint(50, 2), Mode::Smooth);
+        return F::createVertexPickOperation(d.path(0), SimplePathVertexPickAction(t, to), false);
+    });
+    expectRoundTrip("move", [](Drawing& d) {
+        return F::createMoveSelectedVerticesOperation(d.path(0), d.triple(0, 1).last, DVector(3, 4), false);
+    });
+    expectRoundTrip("add", [](Drawing& d) {
+        SimplePathPosition position;
+        EXPECT_EQ(SimplePath::Success, d.path(0)->makePosition(1, 0.4, position));
+        return F::createAddVertexAtPositionOperation(d.path(0), position, false);
+    });
+    expectRoundTrip("average", [](Drawing& d) {
+        // The identity box form maps the unit box's corners exactly onto themselves, so the points the
+        // record carries (mapped once, deliberately) rebuild into the same edit.
+        return F::createAverageVertexOperation(d.path(0), d.triple(0, 3).anchor, DPoint(0, 0), DPoint(1, 1),
+                                               DPoint(0, 1), 0x40 | 0x800, PBoxForm(), false);
+    });
+    expectRoundTrip("change", [](Drawing& d) {
+        SimplePathLocationTriple const to(DPoint(1, 90), DPoint(5, 95), DPoint(9, 90), Mode::Cusp);
+        return F::createChangeVertexOperation(d.path(2), d.triple(2, 1), to, false);
+    });
+    expectRoundTrip("insert at the front", [](Drawing& d) {
+        std::list<SimplePathLocationTriple> run{curved(DPoint(100, 60), 0.4), curved(DPoint(110, 70), 0.6)};
+        return F::createInsertVerticesOperation(d.path(1), run, 0, false);
+    });
+    expectRoundTrip("delete anchor", [](Drawing& d) {
+        return F::createDeleteVertexOperation(d.path(0), d.triple(0, 2).anchor, false);
+    });
+    expectRoundTrip("delete handle", [](Drawing& d) {
+        return F::createDeleteVertexOperation(d.path(1), d.triple(1, 2).first, false);
+    });
+    expectRoundTrip("join", [](Drawing& d) {
+        return F::createJoinVerticesOperation(d.path(0), d.triple(0, 4).anchor, d.triple(1, 0).anchor,
+                                              d.path(1), false);
+    });
+    expectRoundTrip("cusp", [](Drawing& d) {
+        return F::createSetCuspModeOperation(d.path(2), d.triple(2, 0).anchor, false);
+    });
+    expectRoundTrip("smooth through a handle", [](Drawing& d) {
+        return F::createSetSmoothModeOperation(d.path(0), d.triple(0, 3).last, false);
+    });
+    expectRoundTrip("symmetric", [](Drawing& d) {
+        return F::createSetSymmetricModeOperation(d.path(0), d.triple(0, 2).first, false);
+    });
+    expectRoundTrip("straight", [](Drawing& d) {
+        return F::createSetStraightModeOperation(d.path(2), d.triple(2, 3).last, false);
+    });
+    expectRoundTrip("split open on the curve", [](Drawing& d) {
+        SimplePathPosition position;
+        EXPECT_EQ(SimplePath::Success, d.path(0)->makePosition(2, 0.3, position));
+        return F::createSplitVertexOperation(d.path(0), position, nullptr, nullptr, false);
+    });
+    expectRoundTrip("split closed", [](Drawing& d) {
+        return F::createSplitVertexOperation(d.path(2), d.triple(2, 2).anchor);
+    });
+}
+
+// A record of the right tag that is not the library's class of that tag.
+class ForeignRecord : public Info {
+  public:
+    explicit ForeignRecord(int t) : tag(t) {}
+    int getType() const override { return tag; }
+    int tag;
+};
+
+int findsNothing(PathSeg const*, DPoint const&, double, PHashablePointer<SimplePath>&, SimplePathVertex*&,
+                 int&) {
+    return 0;
+}
+
+TEST(OperationRecords, BadRecordsRebuildIntoNothing) {
+    Drawing d;
+    EXPECT_EQ(nullptr, Op(F::createOperationFromSII(nullptr)));
+    for (int tag : {0, 2, 8, 16, -1, 11}) {
+        ForeignRecord foreign(tag);
+        foreign.pathSeg = &d.seg;
+        foreign.pickCallback = &pickInDrawing;
+        EXPECT_EQ(nullptr, Op(F::createOperationFromSII(&foreign))) << tag;
+    }
+    Info base;
+    EXPECT_EQ(0, base.getType());
+    EXPECT_EQ(nullptr, Op(F::createOperationFromSII(&base)));
+
+    Op move(F::createMoveSelectedVerticesOperation(d.path(0), d.triple(0, 1).anchor, DVector(1, 1), false));
+    Info* info = nullptr;
+    ASSERT_EQ(2, move->RetreiveSegIndependentInfo(info));
+    std::unique_ptr<Info> record(info);
+    EXPECT_EQ(nullptr, Op(F::createOperationFromSII(record.get()))); // no design object
+    record->pathSeg = &d.seg;
+    EXPECT_EQ(nullptr, Op(F::createOperationFromSII(record.get()))); // no pick function
+    record->pickCallback = &findsNothing;
+    EXPECT_EQ(nullptr, Op(F::createOperationFromSII(record.get())));
+    record->pickCallback = &pickInDrawing;
+    // A location on a curve but at no vertex finds a path without a vertex: a move needs a vertex.
+    auto& moveRecord = dynamic_cast<MoveSelectedVerticesOperation::MoveSelVertsOpInformation&>(*record);
+    DPoint const vertexAt = moveRecord.vertexLocation;
+    SimplePathPosition onCurve;
+    EXPECT_EQ(SimplePath::Success, d.path(0)->makePosition(2, 0.5, onCurve));
+    EXPECT_EQ(SimplePath::Success, d.path(0)->locatePosition(onCurve, moveRecord.vertexLocation));
+    EXPECT_EQ(nullptr, Op(F::createOperationFromSII(record.get())));
+    moveRecord.vertexLocation = vertexAt;
+    EXPECT_NE(nullptr, Op(F::createOperationFromSII(record.get())));
+
+    // Another operation's record is left alone; an operation holding a memento is not re-aimed.
+    Op cusp(F::createSetCuspModeOperation(d.path(0), d.triple(0, 1).anchor, false));
+    Info* same = record.get();
+    EXPECT_EQ(0, cusp->RetreiveSegIndependentInfo(same));
+    EXPECT_EQ(record.get(), same);
+    EXPECT_EQ(vertexAt, moveRecord.vertexLocation);
+    ForeignRecord lookalike(3);
+    Info* foreign = &lookalike;
+    EXPECT_EQ(0, move->RetreiveSegIndependentInfo(foreign));
+    EXPECT_EQ(0, cusp->ApplySegIndependentInfo(same));
+    std::list<PHashablePointer<SimplePath>> affected;
+    SimplePathChangeInstruction change;
+    ASSERT_EQ(SimplePathOperation::Success, move->executeOperation(affected, change));
+    EXPECT_EQ(0, move->ApplySegIndependentInfo(same));
+    EXPECT_EQ(1, move->RetreiveSegIndependentInfo(same)); // fills the caller's record
+    EXPECT_EQ(vertexAt, moveRecord.vertexLocation);       // where the vertex stood before the move
+    Info* none = nullptr;
+    EXPECT_EQ(0, move->ApplySegIndependentInfo(none));
+}
+
+TEST(OperationRecords, JoinedEndsAtOnePlaceCannotBeToldApartByLocation) {
+    Drawing d;
+    // Move path 1's first anchor (with its handles) onto path 0's last anchor.
+    SimplePathVertexTriple const b0 = d.triple(1, 0);
+    DVector const onto = d.triple(0, 4).anchor->getLocation() - b0.anchor->getLocation();
+    Op move(F::createMoveSelectedVerticesOperation(d.path(1), b0.anchor, onto, false));
+    std::list<PHashablePointer<SimplePath>> affected;
+    SimplePathChangeInstruction change;
+    ASSERT_EQ(SimplePathOperation::Success, move->executeOperation(affected, change));
+    auto join = std::make_unique<JoinSimplePathVerticesOperation>(d.path(0), d.triple(0, 4).anchor, b0.anchor,
+                                                                  d.path(1));
+    Info* info = nullptr;
+    ASSERT_EQ(2, join->RetreiveSegIndependentInfo(info));
+    std::unique_ptr<Info> record(info);
+    record->pathSeg = &d.seg;
+    record->pickCallback = &pickInDrawing;
+    Op rebuilt(F::createOperationFromSII(record.get()));
+    ASSERT_NE(nullptr, rebuilt);
+    SimplePathChangeInstruction again;
+    EXPECT_EQ(SimplePathOperation::SameVertex, rebuilt->executeOperation(affected, again));
+}
+
+} // namespace
