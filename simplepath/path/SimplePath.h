@@ -35,7 +35,9 @@ struct SimplePathFastSession;
 //
 // The empty path is valid, and may still carry a closed flag; members that need triples report it as
 // Failure. A one-triple path is a single vertex: open, it has no segment; closed, one segment from the
-// anchor back to itself.
+// anchor back to itself. The bounds, top and bottom, box test, closest-position, strict locate and
+// curve-picking queries take any one-triple path, closed or not, as its anchor alone; length and line
+// crossings follow the closing segment.
 class SimplePath {
   public:
     // [[nodiscard]]: a result dropped on the floor is a failure nobody sees; a caller that truly does
