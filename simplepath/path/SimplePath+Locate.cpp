@@ -15,7 +15,8 @@ namespace {
 
 // The strict locate on the mapped curve, reading triples through `tripleAt(i)` so that the plain and
 // the fast-session forms share it. No tolerance and no carrying: a position must name a place on the
-// path exactly. A one-triple path is its anchor whatever the position says.
+// path exactly. A lone open triple is its anchor whatever the position says; a closed one has a
+// segment, from the anchor back to itself, and is located on it.
 template <class TripleAt>
 SimplePath::Result locateOnMappedCurve(SimplePathSegmentReader const& reader, TripleAt const& tripleAt,
                                        SimplePathPosition const& position, DPoint& out) {
@@ -23,7 +24,7 @@ SimplePath::Result locateOnMappedCurve(SimplePathSegmentReader const& reader, Tr
     if (n == 0) {
         return SimplePath::Failure;
     }
-    if (n == 1) {
+    if (reader.segmentCount() == 0) {
         out = reader.mapped(SimplePathSegmentReader::anchorLocation(tripleAt(0)));
         return SimplePath::Success;
     }

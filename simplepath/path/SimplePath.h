@@ -105,8 +105,8 @@ class SimplePath {
     // the end anchor. A parameter that is not a finite number fails.
     Result locatePosition(SimplePathPosition const& position, DPoint& out) const;
     Result getSimplePathPositionLocation(SimplePathPosition const& position, DPoint& out) const;
-    // The point at a position of the mapped curve. Strict: no tolerance, no carrying. A one-triple path
-    // gives its mapped anchor for any position.
+    // The point at a position of the mapped curve. Strict: no tolerance, no carrying. A lone open triple
+    // gives its mapped anchor for any position; a lone closed triple has one segment, back to itself.
     Result pretransformLocatePosition(ArbTrans<DPoint> const& transform, SimplePathPosition const& position,
                                       DPoint& out) const;
 
@@ -138,8 +138,9 @@ class SimplePath {
                           DPoint const& boxMax) const;
 
     // The position of the curve nearest the point, and its squared distance. Ties go to the lowest
-    // segment, so an anchor hit exactly is reported as (s, 1.0) of the segment ending there. A one-triple
-    // path answers (0, 0.0) at squared distance 0.0 whatever the point.
+    // segment, so an anchor hit exactly is reported as (s, 1.0) of the segment ending there. A lone open
+    // triple answers (0, 0.0) at squared distance 0.0 whatever the point; a lone closed triple is
+    // searched along its one segment like any other path.
     Result findClosestPosition(DPoint const& point, SimplePathPosition& position) const;
     Result findClosestPosition(DPoint const& point, SimplePathPosition& position,
                                double& squaredDistance) const;

@@ -26,12 +26,12 @@ TEST_F(ToolProcess, EachCommandGivesItsAnswer) {
         // handles'. An open outline that returns to its start stays open.
         {kShapes,
          {"info", "--decimals", "6"},
-         "path 0: 3 vertices, closed\n  modes: 3 smooth\n  bounds: 0 0 to 10 10\n  top: 10 10, bottom: 0 0\n"
-         "  length: 34.142136\npath 1: 2 vertices, open\n  modes: 2 smooth\n  bounds: 20 0 to 30 7.5\n"
+         "path 0: 3 vertices, closed\n  modes: 3 cusp\n  bounds: 0 0 to 10 10\n  top: 10 10, bottom: 0 0\n"
+         "  length: 34.142136\npath 1: 2 vertices, open\n  modes: 2 cusp\n  bounds: 20 0 to 30 7.5\n"
          "  top: 25 7.5, bottom: 20 0\n  length: 20\n"},
         {"M0 0L10 0L0 0",
          {"info"},
-         "path 0: 3 vertices, open\n  modes: 3 smooth\n  bounds: 0 0 to 10 0\n"
+         "path 0: 3 vertices, open\n  modes: 3 cusp\n  bounds: 0 0 to 10 0\n"
          "  top: 0 0, bottom: 0 0\n  length: 20\n"},
         {kShapes, {"nearest", "4", "-3", "--decimals", "3"}, "path 0 at 0:0.433, point 4 0, distance 3\n"},
         {kShapes, {"nearest", "20", "-5", "--path", "1"}, "path 1 at 0:0, point 20 0, distance 5\n"},
@@ -81,12 +81,12 @@ TEST_F(ToolProcess, EachCommandGivesItsAnswer) {
     // Whole-call options may follow the commands.
     Outcome const r = run({"--d", "M0 0L10 0L10 10", "mode", "symmetric", "--vertex", "1", "info", "--json"});
     EXPECT_EQ(nlohmann::json::parse(r.out, nullptr, false)["paths"][0]["modes"],
-              nlohmann::json({"smooth", "symmetric", "smooth"}));
+              nlohmann::json({"cusp", "symmetric", "cusp"}));
 }
 
 TEST_F(ToolProcess, RenderDrawsEveryVertexWithTheShapeOfItsMode) {
-    // The kink at (20 0) is a cusp, the middle vertex is made symmetric and the ends' retracted handles
-    // count as aligned.
+    // The kink at (20 0) is a cusp, the middle vertex is made symmetric, and the ends, whose outer
+    // handles are retracted, are cusps too.
     std::string const data = "M0 0C0 5 10 5 10 0S20 -5 20 0C25 0 30 5 30 10";
     fs::path const out = scratch() / "render.svg";
     Outcome const r = run({"--d", data, "mode", "symmetric", "--vertex", "1", "render", "-o", out.string()});
@@ -95,9 +95,9 @@ TEST_F(ToolProcess, RenderDrawsEveryVertexWithTheShapeOfItsMode) {
     std::string const svg = readWholeFile(out.string(), error);
     pugi::xml_document doc;
     ASSERT_TRUE(doc.load_string(svg.c_str()));
-    EXPECT_EQ(doc.select_nodes("//circle[@class='smooth']").size(), 2u);
+    EXPECT_EQ(doc.select_nodes("//circle[@class='smooth']").size(), 0u);
     EXPECT_EQ(doc.select_nodes("//path[@class='symmetric']").size(), 1u);
-    EXPECT_EQ(doc.select_nodes("//rect[@class='cusp']").size(), 1u);
+    EXPECT_EQ(doc.select_nodes("//rect[@class='cusp']").size(), 3u);
     EXPECT_EQ(doc.select_nodes("//line").size(), 6u); // the handles that stand off their anchors
     SvgReadResult const drawing = readSvgDocument(svg);
     ASSERT_TRUE(drawing.ok()) << drawing.error;

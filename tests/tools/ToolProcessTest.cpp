@@ -114,7 +114,7 @@ TEST_F(ToolProcess, EveryErrorIsOneLineWithExitCodeOne) {
         {{cut}, cut + notSpath + "path 1 of 2 is cut short or damaged"},
         {{longer}, longer + notSpath + "unexpected bytes after path 1"},
         {{nan}, nan + notSpath + "path 1 has a coordinate that is not a finite number"},
-        {{text}, text + notSpath + "path 0 of 807415885 is cut short or damaged"},
+        {{text}, text + notSpath + "its start claims 807415885 paths in only 4 bytes"},
         // Mistakes on the command line, found before any input is read.
         {{in, "frobnicate"}, "unknown command 'frobnicate' (run simplepath --help for the list)"},
         {{"nearest", "1", "2"}, "no input: give an SVG, .spath or path data file, or --d DATA"},
@@ -170,8 +170,8 @@ TEST_F(ToolProcess, OutputFilesAreReplacedWholeOrNotAtAll) {
     EXPECT_EQ(fs::status(out).permissions(), static_cast<fs::perms>(0666 & ~mask));
 
     auto failure = [&](std::string const& target) { return run({"--d", "M0 0 L1 1", "-o", target}).err; };
-    EXPECT_EQ(failure(folder.string() + "/"),
-              "simplepath: error: cannot write '" + folder.string() + "/': not a file name\n");
+    EXPECT_EQ(failure(folder.string() + "/"), "simplepath: error: cannot write '" + folder.string() +
+                                                  "/': it is a directory, not a regular file\n");
     EXPECT_EQ(failure((folder / "missing/x.svg").string()), "simplepath: error: cannot write '" +
                                                                 (folder / "missing/x.svg").string() +
                                                                 "': No such file or directory\n");

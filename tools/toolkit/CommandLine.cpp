@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <fstream>
 #include <functional>
+#include <optional>
 #include <ostream>
+#include <utility>
 
 namespace sptool {
 
@@ -345,6 +347,26 @@ bool isGlobalValueOption(std::string const& token) {
            token == "--decimals";
 }
 
+bool isGlobalOption(std::string const& token) {
+    std::string const name = token.substr(0, token.find('='));
+    return isGlobalValueOption(name) || name == "--json" || name == "--version";
+}
+
+// "-.5" and "+.5" are numbers, but a leading '-' followed by something other than a digit reads as an
+// option to the parser; they are written "-0.5" and "+0.5" before parsing.
+std::string asParsed(std::string const& token) {
+    if (token.size() >= 3 && (token[0] == '-' || token[0] == '+') && token[1] == '.' && token[2] >= '0' &&
+        token[2] <= '9') {
+        return token.substr(0, 1) + "0" + token.substr(1);
+    }
+    return token;
+}
+
+// The option name of a token ("--format" of "--format=svg"), for asking a command whether it has one.
+std::string optionName(std::string const& token) {
+    return token.substr(0, token.find('='));
+}
+
 } // namespace
 
 std::vector<std::string> const& commandNames() {
@@ -379,31 +401,55 @@ CommandLineResult parseCommandLine(std::vector<std::string> const& args, std::os
         ->check(CLI::IsMember({"d", "svg", "spath"}));
     global.add_flag("--json", options.json, "print reports and path data as JSON");
     global.add_option("-o,--output", options.output,
-                      "write output to this file (replaced whole) instead of standard output");
-    global.add_option("--decimals", options.decimals, "round written coordinates to this many decimals")
+                      "write output and reports to this file (replaced whole) instead of standard output");
+    global
+        .add_option(
+            "--decimals", options.decimals,
+            "round numbers to this many decimals (reports default to 6, path data and JSON to every digit)")
         ->check(CLI::Range(0, 17));
 
+    global.add_flag("--version", "print the tool's version and stop");
+
+    // No arguments at all is a usage mistake: show how the tool is called.
     if (args.empty()) {
-        out << global.help();
+        err << global.help();
+        result.exitCode = kUsageExitCode;
+        return result;
+    }
+    if (std::find(args.begin(), args.end(), "--version") != args.end()) {
+        out << "simplepath " << SIMPLEPATH_TOOL_VERSION << '\n';
         result.exitCode = 0;
         return result;
     }
 
     // Cut the arguments at every command name: what comes before the first belongs to the whole call.
     std::vector<std::string> globalArgs;
+    std::vector<std::string> commandsGiven;
+    std::optional<std::pair<std::string, std::string>> stray; // a command's unexpected word, and the command
     std::size_t i = 0;
     for (; i < args.size() && !findCommand(args[i]); ++i) {
         globalArgs.push_back(args[i]);
     }
     while (i < args.size()) {
         CommandEntry const& entry = *findCommand(args[i]);
-        std::vector<std::string> commandArgs;
-        for (++i; i < args.size() && !findCommand(args[i]); ++i) {
-            commandArgs.push_back(args[i]);
-        }
+        commandsGiven.emplace_back(entry.name);
         CLI::App app(entry.summary, std::string("simplepath ") + entry.name);
         app.allow_extras();
         Finisher const finish = entry.define(app);
+        // Whole-call options may stand anywhere, also after a command that takes any number of values:
+        // those the command does not define itself are taken out before the command sees its arguments.
+        std::vector<std::string> commandArgs;
+        for (++i; i < args.size() && !findCommand(args[i]); ++i) {
+            std::string const& token = args[i];
+            if (isGlobalOption(token) && app.get_option_no_throw(optionName(token)) == nullptr) {
+                globalArgs.push_back(token);
+                if (isGlobalValueOption(token) && i + 1 < args.size()) {
+                    globalArgs.push_back(args[++i]);
+                }
+                continue;
+            }
+            commandArgs.push_back(asParsed(token));
+        }
         try {
             parseArguments(app, commandArgs);
             result.invocation.steps.push_back(finish());
@@ -419,16 +465,14 @@ CommandLineResult parseCommandLine(std::vector<std::string> const& args, std::os
             result.exitCode = 1;
             return result;
         }
-        // Whole-call options may stand among the commands; anything else left over is a mistake.
-        std::vector<std::string> const extras = app.remaining();
-        for (std::size_t k = 0; k < extras.size(); ++k) {
-            bool const isValue = k > 0 && isGlobalValueOption(extras[k - 1]);
-            if (extras[k].empty() || (extras[k][0] != '-' && !isValue)) {
-                printError(err, entry.name, "unexpected argument '" + extras[k] + "'");
-                result.exitCode = 1;
-                return result;
+        // Anything left over is a mistake: an unknown option is reported by the whole call's parser, a
+        // stray word after the whole call is parsed (it may be an input given after the command).
+        for (std::string const& extra : app.remaining()) {
+            if (!extra.empty() && extra[0] == '-') {
+                globalArgs.push_back(extra);
+            } else if (!stray) {
+                stray = std::make_pair(std::string(entry.name), extra);
             }
-            globalArgs.push_back(extras[k]);
         }
     }
 
@@ -439,6 +483,18 @@ CommandLineResult parseCommandLine(std::vector<std::string> const& args, std::os
         return result;
     } catch (CLI::ParseError const& e) {
         printError(err, "", e.what());
+        result.exitCode = 1;
+        return result;
+    }
+    if (stray) {
+        if (options.input.empty() && inlineOption->count() == 0) {
+            // Most likely the input, put after the command as other tools take it.
+            printError(err, "",
+                       "the input comes before the commands: simplepath " + stray->second + " " +
+                           commandsGiven.front() + (commandsGiven.size() > 1 ? " ..." : ""));
+        } else {
+            printError(err, stray->first, "unexpected argument '" + stray->second + "'");
+        }
         result.exitCode = 1;
         return result;
     }

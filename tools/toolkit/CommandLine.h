@@ -114,6 +114,9 @@ struct Invocation {
     std::vector<Step> steps;
 };
 
+// The exit code of a call without arguments, which prints the usage to standard error.
+constexpr int kUsageExitCode = 2;
+
 struct CommandLineResult {
     Invocation invocation;
     // -1 when the call should go ahead; otherwise the exit code, after help was printed to `out` or an

@@ -9,7 +9,7 @@ namespace {
 constexpr double kPi = 3.14159265358979323846;
 // Bound on the unit-circle error of one piece divided by delta^6 (measured maximum 1.815e-5 up to 90°).
 constexpr double kPieceErrorFactor = 2e-5;
-constexpr int kMaxPieces = 1024;
+constexpr int kMaxPieces = 1024; // only reached by tolerances far below the double resolution
 
 // Signed angle from u to v in (-pi, pi].
 double angleBetween(DVector const& u, DVector const& v) {
@@ -20,11 +20,11 @@ void appendLine(DPoint const& from, DPoint const& to, std::vector<CubicSegment>&
     out.push_back({from, to, to});
 }
 
-int pieceCount(double sweep, double radius, double tolerance) {
+int pieceCount(double sweep, double relativeTolerance) {
     double const quarter = kPi / 2.0;
     double maxDelta = quarter;
-    if (radius > 0.0 && tolerance > 0.0) {
-        maxDelta = std::min(quarter, std::pow(tolerance / (kPieceErrorFactor * radius), 1.0 / 6.0));
+    if (relativeTolerance > 0.0) {
+        maxDelta = std::min(quarter, std::pow(relativeTolerance / kPieceErrorFactor, 1.0 / 6.0));
     }
     double const pieces = std::ceil(std::fabs(sweep) / maxDelta - 1e-12);
     return static_cast<int>(std::clamp(pieces, 1.0, static_cast<double>(kMaxPieces)));
@@ -56,33 +56,43 @@ void appendArcCubics(EndpointArc const& arc, double tolerance, std::vector<Cubic
     double const x1 = cosPhi * hx + sinPhi * hy;
     double const y1 = -sinPhi * hx + cosPhi * hy;
 
-    // lambda > 1 means the radii cannot span the chord: grow them until it lies on a diameter. Working with
-    // the ratios x1/rx, y1/ry keeps the squares clear of overflow for large radii.
-    double lambda = (x1 / rx) * (x1 / rx) + (y1 / ry) * (y1 / ry);
-    if (!(lambda > 0.0)) {
-        // The chord is below the resolution of doubles against these radii.
+    // lambda = (x1/rx)^2 + (y1/ry)^2 > 1 means the radii cannot span the chord: grow them until it lies on
+    // a diameter. The ratios are scaled by the larger of them before squaring, so that neither huge radii
+    // (ratios underflowing when squared) nor tiny ones (overflowing) lose the arc; root = sqrt(lambda).
+    double const ax = x1 / rx, ay = y1 / ry;
+    double const scale = std::max(std::fabs(ax), std::fabs(ay));
+    if (!(scale > 0.0) || !std::isfinite(scale)) {
+        // The chord is below the resolution of doubles against these radii, or beyond their range.
         appendLine(p0, p1, out);
         return;
     }
-    if (lambda > 1.0) {
-        double const grow = std::sqrt(lambda);
-        rx *= grow;
-        ry *= grow;
-        lambda = 1.0;
+    double root = scale * std::sqrt((ax / scale) * (ax / scale) + (ay / scale) * (ay / scale));
+    if (root > 1.0) {
+        rx *= root;
+        ry *= root;
+        root = 1.0;
     }
-    double coef = std::sqrt(std::max(0.0, (1.0 - lambda) / lambda));
+    // The centre's offset along the ellipse's axes is coef (rx y1/ry, -ry x1/rx) with
+    // coef = sqrt((1 - lambda) / lambda); coef times a ratio is at most about 1, so it is formed first.
+    double const lambda = root * root; // may underflow to 0, which is harmless in 1 - lambda
+    double coef = std::sqrt(std::max(0.0, 1.0 - lambda)) / root;
     if (arc.largeArc == arc.sweep) {
         coef = -coef;
     }
-    double const cx1 = coef * rx * (y1 / ry);
-    double const cy1 = -coef * ry * (x1 / rx);
+    double const cx1 = (coef * (y1 / ry)) * rx;
+    double const cy1 = -(coef * (x1 / rx)) * ry;
     DPoint const centre(cosPhi * cx1 - sinPhi * cy1 + (p0.x + p1.x) / 2.0,
                         sinPhi * cx1 + cosPhi * cy1 + (p0.y + p1.y) / 2.0);
 
-    DVector const u((x1 - cx1) / rx, (y1 - cy1) / ry);
-    DVector const v((-x1 - cx1) / rx, (-y1 - cy1) / ry);
+    // In unit-circle terms the end points are a - c and -a - c, with a the half chord and c the centre
+    // offset, both measured in radii. The angle between them is taken from cross = 2 c x a and
+    // dot = |c|^2 - |a|^2 rather than from the differences, which would round to one point when the
+    // chord is tiny against the radii.
+    DVector const a(x1 / rx, y1 / ry);
+    DVector const c(cx1 / rx, cy1 / ry);
+    DVector const u = a - c;
     double const theta = angleBetween(DVector(1.0, 0.0), u);
-    double sweep = angleBetween(u, v);
+    double sweep = std::atan2(2.0 * c.cross(a), c.dot(c) - a.dot(a));
     if (!arc.sweep && sweep > 0.0) {
         sweep -= 2.0 * kPi;
     } else if (arc.sweep && sweep < 0.0) {
@@ -107,7 +117,7 @@ void appendArcCubics(EndpointArc const& arc, double tolerance, std::vector<Cubic
         appendLine(p0, p1, out);
         return;
     }
-    int const n = pieceCount(sweep, std::max(rx, ry), tolerance);
+    int const n = pieceCount(sweep, tolerance);
     double const delta = sweep / n;
     double const k = 4.0 / 3.0 * std::tan(delta / 4.0);
     DPoint start = p0;

@@ -4,6 +4,7 @@
 
 #include "toolkit/SvgWriter.h"
 
+#include "simplepath/edit/SimplePathChangeInstruction.h"
 #include "simplepath/interfaces/BinaryDeserializer.h"
 #include "simplepath/interfaces/BinarySerializer.h"
 #include "simplepath/interfaces/PBezierCurve.h"
@@ -19,7 +20,30 @@ namespace sptool {
 
 namespace {
 
-std::unique_ptr<SimplePath> pathOfChain(CubicChain const& chain) {
+// The conversion infers a vertex's mode from its handle directions alone, and a retracted handle has no
+// direction, so a polyline's corners would come out smooth. In a drawing a retracted handle means a
+// corner: such a vertex is a cusp. Only the mode changes; the handles stay where they are.
+void markRetractedVerticesCusp(SimplePath& path) {
+    std::unique_ptr<SimplePathChangeInstruction> change; // made only when a vertex changes
+    for (int i = 0; i < path.numTriples(); ++i) {
+        SimplePathVertexTriple t;
+        if (path.getTriple(i, t) != SimplePath::Success || t.mode != SimplePathVertexTriple::Smooth) {
+            continue;
+        }
+        DPoint const first = t.first->getLocation(), anchor = t.anchor->getLocation(),
+                     last = t.last->getLocation();
+        if (first == anchor || last == anchor) {
+            if (!change) {
+                change = std::make_unique<SimplePathChangeInstruction>();
+            }
+            // The triple is the path's own, so only its mode changes and nothing can fail.
+            (void)path.changeTriple(t.first, first, t.anchor, anchor, t.last, last,
+                                    SimplePathVertexTriple::Cusp, *change);
+        }
+    }
+}
+
+std::unique_ptr<SimplePath> makePathOfChain(CubicChain const& chain) {
     if (chain.segments.empty()) {
         auto path = std::make_unique<SimplePath>();
         SimplePathVertex* anchor = nullptr;
@@ -44,6 +68,7 @@ std::unique_ptr<SimplePath> pathOfChain(CubicChain const& chain) {
         return nullptr;
     }
     std::unique_ptr<SimplePath> path(made.front().pointer);
+    markRetractedVerticesCusp(*path);
     // Without forcing, the conversion takes an open chain whose last inner control lies on its start for a
     // closed one (an open outline that returns to its start in a straight line). Open it again and give it
     // back its final vertex.
@@ -54,13 +79,12 @@ std::unique_ptr<SimplePath> pathOfChain(CubicChain const& chain) {
         SimplePathVertex* anchor = nullptr;
         SimplePathVertex* out = nullptr;
         // Only an exhausted heap fails; the path then lacks its end triple.
-        (void)path->addTriple(last[1], first, last[2], anchor, last[2], out,
-                              SimplePathVertexTriple::inferTripleMode(last[1], last[2], last[2]));
+        (void)path->addTriple(last[1], first, last[2], anchor, last[2], out, SimplePathVertexTriple::Cusp);
     }
     return path;
 }
 
-CubicChain chainOfPath(SimplePath const& path) {
+CubicChain makeChainOfPath(SimplePath const& path) {
     CubicChain chain;
     chain.closed = path.isClosedSimplePath() != 0;
     if (path.numTriples() == 1) {
@@ -101,9 +125,28 @@ bool allFinite(SimplePath const& path) {
 
 } // namespace
 
+std::unique_ptr<SimplePath> pathOfChain(CubicChain const& chain) {
+    return makePathOfChain(chain);
+}
+
+CubicChain chainOfPath(SimplePath const& path) {
+    return makeChainOfPath(path);
+}
+
+int checkDrawingFinite(Session& session, char const* command) {
+    for (std::size_t i = 0; i < session.paths.size(); ++i) {
+        if (!allFinite(*session.paths[i])) {
+            return session.fail(std::string(command) + ": path " + std::to_string(i) +
+                                " would get coordinates beyond the range of double precision (about "
+                                "1.8e308)");
+        }
+    }
+    return kExitOk;
+}
+
 int adoptChains(Session& session) {
     for (CubicChain const& chain : session.chains) {
-        std::unique_ptr<SimplePath> path = pathOfChain(chain);
+        std::unique_ptr<SimplePath> path = makePathOfChain(chain);
         if (!path) {
             return session.fail(session.source + ": out of memory");
         }
@@ -117,7 +160,7 @@ std::vector<CubicChain> currentChains(Session& session) {
     std::vector<CubicChain> chains;
     for (std::unique_ptr<SimplePath> const& path : session.paths) {
         if (path->numTriples() > 0) {
-            chains.push_back(chainOfPath(*path));
+            chains.push_back(makeChainOfPath(*path));
         }
     }
     return chains;
@@ -135,6 +178,11 @@ int readSpathInput(Session& session, std::string const& bytes) {
     std::int32_t count = 0;
     if (stream.readInt(count) != 0 || count < 0) {
         return session.fail(unreadable + "no path count at its start");
+    }
+    // Every path takes more than four bytes, so a count beyond that is text or some other file's bytes.
+    if (static_cast<std::size_t>(count) > bytes.size() / 4) {
+        return session.fail(unreadable + "its start claims " + std::to_string(count) + " paths in only " +
+                            std::to_string(bytes.size()) + " bytes");
     }
     // The count is not trusted for an allocation: paths are made only as their streams are read.
     for (std::int32_t i = 0; i < count; ++i) {

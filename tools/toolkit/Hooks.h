@@ -3,6 +3,7 @@
 #include "toolkit/CommandLine.h"
 #include "toolkit/Session.h"
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -15,10 +16,18 @@ namespace sptool {
 // The drawing enters as cubic chains (Session::chains, one per subpath, closed chains ending on their
 // start) and leaves through currentChains(); everything between is the library's business.
 
+// One chain as a library path (null when it cannot be made), and one path as a chain again.
+std::unique_ptr<SimplePath> pathOfChain(CubicChain const& chain);
+CubicChain chainOfPath(SimplePath const& path);
+
 // Called once after the input is read, before the first command: turn the chains into library paths.
 int adoptChains(Session& session);
 // The drawing as it stands after the edits so far, as chains, for convert and the SVG outputs.
 std::vector<CubicChain> currentChains(Session& session);
+
+// Refuses a drawing that an edit carried beyond the range of doubles (a coordinate that overflowed to
+// infinity), naming the command, so that nothing is written or measured through infinity.
+int checkDrawingFinite(Session& session, char const* command);
 
 // Reads a .spath stream (the library's binary path layout) into the session.
 int readSpathInput(Session& session, std::string const& bytes);

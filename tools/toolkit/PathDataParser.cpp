@@ -2,11 +2,15 @@
 
 #include "toolkit/SvgScanner.h"
 
+#include <cmath>
 #include <cstring>
 
 namespace sptool {
 
 std::string PathDataError::message() const {
+    if (!problem.empty()) {
+        return "at offset " + std::to_string(offset) + ": " + problem;
+    }
     return "at offset " + std::to_string(offset) + ": expected " + expected + ", found " + found;
 }
 
@@ -24,8 +28,8 @@ bool isCommandLetter(char c) {
 // commands depend on: the current point, the start of the subpath, the last control point.
 class Parser {
   public:
-    Parser(std::string_view data, double arcTolerance, std::vector<CubicChain>& chains)
-        : in_(data), arcTolerance_(arcTolerance), chains_(chains) {}
+    Parser(std::string_view data, double arcTolerance, ChainSink const& sink)
+        : in_(data), arcTolerance_(arcTolerance), sink_(sink) {}
 
     void run() {
         in_.skipWhitespace();
@@ -91,6 +95,7 @@ class Parser {
     }
 
     void runGroup(char command) {
+        groupStart_ = in_.offset();
         bool const relative = command >= 'a' && command <= 'z';
         char const upper = static_cast<char>(relative ? command - 'a' + 'A' : command);
         bool keepCubicControl = false;
@@ -98,6 +103,7 @@ class Parser {
         switch (upper) {
         case 'M': {
             DPoint const p = relativeTo(pair(), relative);
+            checkFinite({p, p, p}, command);
             finishChain();
             chain_ = CubicChain{p, {}, false};
             active_ = true;
@@ -105,16 +111,16 @@ class Parser {
             break;
         }
         case 'L':
-            lineTo(relativeTo(pair(), relative));
+            lineTo(relativeTo(pair(), relative), command);
             break;
         case 'H': {
             double const x = in_.number();
-            lineTo(DPoint(relative ? cur_.x + x : x, cur_.y));
+            lineTo(DPoint(relative ? cur_.x + x : x, cur_.y), command);
             break;
         }
         case 'V': {
             double const y = in_.number();
-            lineTo(DPoint(cur_.x, relative ? cur_.y + y : y));
+            lineTo(DPoint(cur_.x, relative ? cur_.y + y : y), command);
             break;
         }
         case 'C':
@@ -128,7 +134,7 @@ class Parser {
             DPoint const c2 = relativeTo(pair(), relative);
             in_.skipSeparator();
             DPoint const p = relativeTo(pair(), relative);
-            addSegment({c1, c2, p});
+            addSegment({c1, c2, p}, command);
             lastControl_ = c2;
             keepCubicControl = true;
             break;
@@ -142,7 +148,8 @@ class Parser {
                 in_.skipSeparator();
             }
             DPoint const p = relativeTo(pair(), relative);
-            addSegment(raiseQuadratic(cur_, q, p));
+            checkFinite({q, q, q}, command);
+            addSegment(raiseQuadratic(cur_, q, p), command);
             lastControl_ = q;
             keepQuadControl = true;
             break;
@@ -162,7 +169,12 @@ class Parser {
             in_.skipSeparator();
             arc.to = relativeTo(pair(), relative);
             beginSegments();
+            checkFinite({arc.to, arc.to, arc.to}, command);
+            std::size_t const before = chain_.segments.size();
             appendArcCubics(arc, arcTolerance_, chain_.segments);
+            for (std::size_t k = before; k < chain_.segments.size(); ++k) {
+                checkFinite(chain_.segments[k], command);
+            }
             cur_ = arc.to;
             break;
         }
@@ -181,18 +193,31 @@ class Parser {
         }
     }
 
-    void addSegment(CubicSegment const& segment) {
+    // Numbers are finite when read, but relative coordinates and reflected controls are sums that can
+    // leave the range of doubles; such data is refused rather than drawn through infinity.
+    void checkFinite(CubicSegment const& points, char command) const {
+        for (DPoint const& p : points) {
+            if (!std::isfinite(p.x) || !std::isfinite(p.y)) {
+                throw ScanFailure{groupStart_, "",
+                                  std::string("the coordinates of this ") + command +
+                                      " command overflow the range of double precision"};
+            }
+        }
+    }
+
+    void addSegment(CubicSegment const& segment, char command) {
+        checkFinite(segment, command);
         beginSegments();
         chain_.segments.push_back(segment);
         cur_ = segment[2];
     }
 
-    void lineTo(DPoint const& p) { addSegment({cur_, p, p}); }
+    void lineTo(DPoint const& p, char command) { addSegment({cur_, p, p}, command); }
 
     void closeSubpath() {
         if (active_) {
             if (cur_ != chain_.start) {
-                lineTo(chain_.start);
+                lineTo(chain_.start, 'Z');
             }
             chain_.closed = true;
             finishChain();
@@ -203,15 +228,16 @@ class Parser {
 
     void finishChain() {
         if (active_ && !chain_.segments.empty()) {
-            chains_.push_back(std::move(chain_));
+            sink_(std::move(chain_));
         }
         chain_ = CubicChain{};
         active_ = false;
     }
 
     SvgScanner in_;
+    std::size_t groupStart_ = 0; // where the argument group being read begins
     double arcTolerance_;
-    std::vector<CubicChain>& chains_;
+    ChainSink const& sink_;
     CubicChain chain_;
     bool active_ = false;
     DPoint cur_;
@@ -223,14 +249,21 @@ class Parser {
 
 } // namespace
 
+std::optional<PathDataError> parsePathData(std::string_view data, ChainSink const& sink,
+                                           double arcTolerance) {
+    try {
+        Parser(data, arcTolerance, sink).run();
+    } catch (ScanFailure const& failure) {
+        return PathDataError{failure.offset, failure.expected, describeCharacterAt(data, failure.offset),
+                             failure.problem};
+    }
+    return std::nullopt;
+}
+
 PathDataResult parsePathData(std::string_view data, double arcTolerance) {
     PathDataResult result;
-    try {
-        Parser(data, arcTolerance, result.chains).run();
-    } catch (ScanFailure const& failure) {
-        result.error =
-            PathDataError{failure.offset, failure.expected, describeCharacterAt(data, failure.offset)};
-    }
+    result.error = parsePathData(
+        data, [&result](CubicChain&& chain) { result.chains.push_back(std::move(chain)); }, arcTolerance);
     return result;
 }
 

@@ -7,6 +7,9 @@
 namespace sptool {
 
 void appendNumber(std::string& out, double value, NumberFormat format) {
+    if (format.readable && format.decimals < 0 && std::fabs(value) < 1e15) {
+        format.decimals = kReadableDecimals;
+    }
     char buffer[64];
     std::to_chars_result written{};
     if (format.decimals >= 0) {
@@ -73,9 +76,12 @@ void appendChain(std::string& out, CubicChain const& chain, NumberFormat format)
     builder.point(chain.start);
     std::size_t count = chain.segments.size();
     // The closing line of a closed chain is what Z draws; a lone segment is kept so the chain survives.
+    // A closing line of no length is written out: Z would not draw it back, and the chain would read back
+    // one vertex short.
     if (chain.closed && count > 1) {
         CubicSegment const& last = chain.segments.back();
-        if (last[2] == chain.start && isStraight(segmentStart(chain, count - 1), last)) {
+        DPoint const from = segmentStart(chain, count - 1);
+        if (last[2] == chain.start && from != chain.start && isStraight(from, last)) {
             --count;
         }
     }

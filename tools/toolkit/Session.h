@@ -2,6 +2,7 @@
 
 #include "toolkit/CommandLine.h"
 #include "toolkit/CubicChain.h"
+#include "toolkit/OutputFile.h"
 #include "toolkit/PathDataWriter.h"
 #include "toolkit/SvgDocument.h"
 
@@ -10,6 +11,7 @@
 #include <iosfwd>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace sptool {
@@ -44,6 +46,31 @@ class Session {
     int emit(std::string const& path, std::string const& text);
     // The number format that --decimals asks for.
     NumberFormat numberFormat() const { return NumberFormat{options.decimals}; }
+};
+
+// One output of a command, written piece by piece: to `path` (falling back to the global -o) through a
+// temporary file that replaces the target at finish(), or to standard output when neither is given or
+// the path is "-". Pieces are gathered into blocks, so that a report on a million paths is never held
+// whole in memory.
+class OutputWriter {
+  public:
+    OutputWriter(Session& session, std::string const& path);
+    ~OutputWriter();
+    OutputWriter(OutputWriter const&) = delete;
+    OutputWriter& operator=(OutputWriter const&) = delete;
+
+    void write(std::string_view piece);
+    // Writes what is left and, for a file, replaces the target. Returns an exit code (after printing
+    // the error line).
+    int finish();
+
+  private:
+    void flush();
+
+    Session& session_;
+    std::unique_ptr<AtomicFile> file_; // null for standard output
+    std::string buffer_;
+    bool failed_ = false;
 };
 
 } // namespace sptool

@@ -12,6 +12,7 @@
 #include <cmath>
 #include <cstring>
 #include <optional>
+#include <vector>
 
 namespace sptool {
 namespace {
@@ -148,32 +149,62 @@ class Reader {
   public:
     explicit Reader(SvgReadResult& result) : result_(result) {}
 
-    // Walks the element and its descendants; false once an error has been recorded.
-    bool walk(pugi::xml_node const& node, P2DTrans const& outer) {
-        std::string_view const name = localName(node);
-        if (isSkippedSubtree(name)) {
-            return true;
-        }
-        P2DTrans transform = outer;
-        if (pugi::xml_attribute const attribute = node.attribute("transform")) {
-            TransformResult const parsed = parseTransformList(attribute.value());
-            if (!parsed.error.empty()) {
-                return fail(elementLabel(node) + ": transform " + parsed.error);
+    // Walks the element and its descendants in document order; false once an error has been recorded.
+    // The walk keeps its own stack of open elements (each with the transform it passes to its children)
+    // instead of recursing, so that a document nested a million groups deep cannot overflow the call
+    // stack.
+    bool walk(pugi::xml_node const& root) {
+        struct Open {
+            pugi::xml_node node;
+            P2DTrans transform;
+        };
+        std::vector<Open> open;
+        pugi::xml_node node = root;
+        P2DTrans outer;
+        while (node) {
+            std::string_view const name = localName(node);
+            bool descend = false;
+            P2DTrans transform = outer;
+            if (!isSkippedSubtree(name)) {
+                if (pugi::xml_attribute const attribute = node.attribute("transform")) {
+                    TransformResult const parsed = parseTransformList(attribute.value());
+                    if (!parsed.error.empty()) {
+                        return fail(elementLabel(node) + ": transform " + parsed.error);
+                    }
+                    transform = outer * parsed.transform;
+                }
+                if (!readShape(node, name, transform)) {
+                    return false;
+                }
+                descend = true;
             }
-            transform = outer * parsed.transform;
-        }
-        if (!readShape(node, name, transform)) {
-            return false;
-        }
-        for (pugi::xml_node const& child : node.children()) {
-            if (child.type() == pugi::node_element && !walk(child, transform)) {
-                return false;
+            pugi::xml_node const child = descend ? firstElement(node.first_child()) : pugi::xml_node();
+            if (child) {
+                open.push_back({node, outer});
+                outer = transform;
+                node = child;
+                continue;
+            }
+            // No children to visit: go on with the next sibling, climbing out of finished elements.
+            node = node == root ? pugi::xml_node() : firstElement(node.next_sibling());
+            while (!node && !open.empty()) {
+                pugi::xml_node const parent = open.back().node;
+                outer = open.back().transform;
+                open.pop_back();
+                node = parent == root ? pugi::xml_node() : firstElement(parent.next_sibling());
             }
         }
         return true;
     }
 
   private:
+    static pugi::xml_node firstElement(pugi::xml_node node) {
+        while (node && node.type() != pugi::node_element) {
+            node = node.next_sibling();
+        }
+        return node;
+    }
+
     bool fail(std::string message) {
         result_.error = std::move(message);
         return false;
@@ -194,10 +225,8 @@ class Reader {
         if (data.empty()) {
             return true;
         }
-        double const stretch = stretchBound(transform);
-        double const tolerance =
-            stretch > 0.0 && std::isfinite(stretch) ? kArcTolerance / stretch : kArcTolerance;
-        PathDataResult parsed = parsePathData(data, tolerance);
+        // The arc tolerance is relative to each arc's size, which an affine transform scales alike.
+        PathDataResult parsed = parsePathData(data, kArcTolerance);
         if (!parsed.ok()) {
             PathDataError error = *parsed.error;
             if (offsetShift > 0) {
@@ -284,7 +313,7 @@ SvgReadResult readSvgDocument(std::string_view xml) {
         return result;
     }
     readFrame(root, result.document.frame);
-    Reader(result).walk(root, P2DTrans());
+    Reader(result).walk(root);
     if (!result.ok()) {
         result.document.chains.clear();
     }

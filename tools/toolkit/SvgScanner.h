@@ -11,6 +11,7 @@ namespace sptool {
 struct ScanFailure {
     std::size_t offset;
     std::string expected;
+    std::string problem = {}; // instead of `expected`, when the text is well formed but cannot be used
 };
 
 // A cursor over the text of an SVG attribute with the lexical pieces that path data, transform lists and

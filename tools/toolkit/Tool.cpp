@@ -3,6 +3,7 @@
 #include "toolkit/Hooks.h"
 #include "toolkit/OutputFile.h"
 #include "toolkit/PathDataParser.h"
+#include "toolkit/PathStream.h"
 #include "toolkit/SvgWriter.h"
 
 #include <nlohmann/json.hpp>
@@ -20,22 +21,55 @@ int Session::fail(std::string const& message) {
 }
 
 int Session::emit(std::string const& path, std::string const& text) {
-    std::string const& target = path.empty() ? options.output : path;
-    if (target.empty() || target == "-") {
-        out << text;
-        out.flush();
-        return out ? kExitOk : fail("cannot write to standard output");
-    }
-    std::string const error = writeFileAtomically(target, text);
-    return error.empty() ? kExitOk : fail(error);
+    OutputWriter writer(*this, path);
+    writer.write(text);
+    return writer.finish();
 }
 
 namespace {
+constexpr std::size_t kOutputBlock = 1 << 20;
+} // namespace
 
-bool endsWith(std::string const& text, std::string const& suffix) {
-    return text.size() >= suffix.size() &&
-           text.compare(text.size() - suffix.size(), suffix.size(), suffix) == 0;
+OutputWriter::OutputWriter(Session& session, std::string const& path) : session_(session) {
+    std::string const& target = path.empty() ? session.options.output : path;
+    if (!target.empty() && target != "-") {
+        file_ = std::make_unique<AtomicFile>(target);
+        failed_ = !file_->error().empty();
+    }
 }
+
+OutputWriter::~OutputWriter() = default;
+
+void OutputWriter::write(std::string_view piece) {
+    buffer_.append(piece);
+    if (buffer_.size() >= kOutputBlock) {
+        flush();
+    }
+}
+
+void OutputWriter::flush() {
+    if (!failed_) {
+        if (file_) {
+            failed_ = !file_->write(buffer_);
+        } else {
+            session_.out.write(buffer_.data(), static_cast<std::streamsize>(buffer_.size()));
+            failed_ = !session_.out;
+        }
+    }
+    buffer_.clear();
+}
+
+int OutputWriter::finish() {
+    flush();
+    if (!file_) {
+        session_.out.flush();
+        return failed_ || !session_.out ? session_.fail("cannot write to standard output") : kExitOk;
+    }
+    std::string const error = failed_ ? file_->error() : file_->commit();
+    return error.empty() ? kExitOk : session_.fail(error);
+}
+
+namespace {
 
 int loadPathData(Session& session, std::string const& data) {
     PathDataResult parsed = parsePathData(data);
@@ -46,16 +80,41 @@ int loadPathData(Session& session, std::string const& data) {
     return kExitOk;
 }
 
-// Reads the input named on the command line: inline path data, an SVG document, a .spath stream, or a file
-// of path data (anything that does not start like XML).
-int loadInput(Session& session) {
+// The lower-case extension of a file name ("svg" for "a/Drawing.SVG"), empty when it has none.
+std::string extensionOf(std::string const& name) {
+    std::size_t const slash = name.find_last_of('/');
+    std::size_t const dot = name.find_last_of('.');
+    if (dot == std::string::npos || (slash != std::string::npos && dot < slash) || dot + 1 == name.size() ||
+        dot == (slash == std::string::npos ? 0 : slash + 1)) {
+        return {};
+    }
+    std::string extension = name.substr(dot + 1);
+    for (char& c : extension) {
+        c = static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
+    }
+    return extension;
+}
+
+bool isBlank(std::string const& text) {
+    return text.find_first_not_of(" \t\r\n\f") == std::string::npos;
+}
+
+enum class InputKind { PathData, Svg, Spath };
+
+// Reads the input named on the command line: inline path data, or a file whose extension says what it
+// holds (.svg an SVG document, .spath a .spath stream, anything else path data). Standard input has no
+// name, so its format is sniffed: a document starting like XML is SVG, anything else path data. Empty
+// input is refused: it is nearly always a mistake (a failed download, the wrong file).
+int readInput(Session& session, std::string& text, InputKind& kind) {
     GlobalOptions const& options = session.options;
+    kind = InputKind::PathData;
     if (options.inlineData) {
         session.source = "--d";
-        return loadPathData(session, *options.inlineData);
+        text = *options.inlineData;
+        return kExitOk;
     }
-    std::string text;
-    if (options.input == "-") {
+    bool const standardInput = options.input == "-";
+    if (standardInput) {
         session.source = "standard input";
         text.assign(std::istreambuf_iterator<char>(session.in), std::istreambuf_iterator<char>());
     } else {
@@ -66,10 +125,30 @@ int loadInput(Session& session) {
             return session.fail(error);
         }
     }
-    if (endsWith(options.input, ".spath")) {
+    std::string const extension = standardInput ? std::string() : extensionOf(options.input);
+    if (extension == "spath") {
+        kind = InputKind::Spath;
+        return text.empty() ? session.fail(session.source + ": the file is empty, not a .spath stream")
+                            : kExitOk;
+    }
+    if (isBlank(text)) {
+        return session.fail(session.source + (standardInput ? ": nothing was read" : ": the file is empty"));
+    }
+    if (standardInput ? looksLikeXml(text) : extension == "svg") {
+        kind = InputKind::Svg;
+        if (!looksLikeXml(text)) {
+            return session.fail(session.source + ": not an SVG document (it does not start with '<')");
+        }
+    }
+    return kExitOk;
+}
+
+// Turns the input into the session's drawing.
+int loadInput(Session& session, std::string const& text, InputKind kind) {
+    if (kind == InputKind::Spath) {
         return readSpathInput(session, text);
     }
-    if (!looksLikeXml(text)) {
+    if (kind == InputKind::PathData) {
         return loadPathData(session, text);
     }
     SvgReadResult read = readSvgDocument(text);
@@ -90,21 +169,11 @@ int runConvert(Session& session, ConvertStep const& step) {
     if (options.format == OutputFormat::Svg) {
         return session.emit(step.output, writeSvgDocument(session.frame, chains, session.numberFormat()));
     }
-    if (options.json) {
-        nlohmann::json paths = nlohmann::json::array();
-        for (CubicChain const& chain : chains) {
-            paths.push_back({{"d", writePathData(chain, session.numberFormat())},
-                             {"closed", chain.closed},
-                             {"segments", chain.segments.size()}});
-        }
-        nlohmann::json const report = {{"source", session.source}, {"paths", paths}};
-        return session.emit(step.output, report.dump(2) + "\n");
-    }
-    std::string text;
+    DataWriter writer(session, step.output);
     for (CubicChain const& chain : chains) {
-        text += writePathData(chain, session.numberFormat()) + "\n";
+        writer.add(chain);
     }
-    return session.emit(step.output, text);
+    return writer.finish();
 }
 
 template <class... F> struct Overloaded : F... { using F::operator()...; };
@@ -129,6 +198,20 @@ int runStep(Session& session, Step const& step) {
                       step);
 }
 
+char const* editName(Step const& step) {
+    return std::visit(Overloaded{
+                          [](InsertStep const&) { return "insert"; },
+                          [](DeleteStep const&) { return "delete"; },
+                          [](ModeStep const&) { return "mode"; },
+                          [](SplitStep const&) { return "split"; },
+                          [](JoinStep const&) { return "join"; },
+                          [](DragStep const&) { return "drag"; },
+                          [](TransformStep const&) { return "transform"; },
+                          [](auto const&) { return "edit"; },
+                      },
+                      step);
+}
+
 } // namespace
 
 int runTool(std::vector<std::string> const& args, std::istream& in, std::ostream& out, std::ostream& err) {
@@ -138,12 +221,26 @@ int runTool(std::vector<std::string> const& args, std::istream& in, std::ostream
     }
     Invocation const& invocation = parsed.invocation;
     Session session(invocation.options, in, out, err);
-    int code = loadInput(session);
+    std::string text;
+    InputKind kind = InputKind::PathData;
+    int code = readInput(session, text, kind);
+    if (code != kExitOk) {
+        return code;
+    }
+    // A query or conversion of path data alone runs one subpath at a time (big documents stay small).
+    if (kind == InputKind::PathData && canStream(invocation)) {
+        return runPathStream(session, text, invocation.steps.empty() ? nullptr : &invocation.steps[0]);
+    }
+    code = loadInput(session, text, kind);
+    std::string().swap(text);
     if (code == kExitOk) {
         code = adoptChains(session);
     }
     for (std::size_t i = 0; code == kExitOk && i < invocation.steps.size(); ++i) {
         code = runStep(session, invocation.steps[i]);
+        if (code == kExitOk && isEdit(invocation.steps[i])) {
+            code = checkDrawingFinite(session, editName(invocation.steps[i]));
+        }
     }
     // A call that ends on an edit, or has no command at all, writes the drawing it arrived at.
     if (code == kExitOk && (invocation.steps.empty() || isEdit(invocation.steps.back()))) {
