@@ -75,7 +75,18 @@
 #include "simplepath/edit/SplitSegmentTransform.h"
 
 // Interaction: path transforms, drawing, pick contexts and snapping
+#include "simplepath/interaction/CompositeSimplePathTransform.h"
+#include "simplepath/interaction/SimplePathDrawer.h"
+#include "simplepath/interaction/SimplePathDrawerCurveRep.h"
+#include "simplepath/interaction/SimplePathMultipleVertexPickContext.h"
 #include "simplepath/interaction/SimplePathVertexPickAction.h"
+#include "simplepath/interaction/SimplePathVertexPickContext.h"
+#include "simplepath/interaction/SnapKit.h"
+#include "simplepath/interaction/ThreePoint.h"
+#include "simplepath/interaction/TransformedCurveRep.h"
+#include "simplepath/interaction/XFSimplePathTransform.h"
+#include "simplepath/interaction/XYOffsetSimplePathTransform.h"
+#include "simplepath/interaction/XYScaleSimplePathTransform.h"
 
 // Undoable operations
 #include "simplepath/operations/AddSimplePathVertexOperation.h"

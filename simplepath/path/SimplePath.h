@@ -16,6 +16,8 @@
 #include "simplepath/path/SimplePathVertexTriple.h"
 
 class SimplePathChangeInstruction;
+class SimplePathDrawer;
+class SimplePathDrawerCurveRep;
 class SimplePathMemento;
 
 struct SimplePathFastSession;
@@ -304,6 +306,22 @@ class SimplePath {
     static Result join(PHashablePointer<SimplePath>& path1, SimplePathVertex* const& vertex1,
                        PHashablePointer<SimplePath>& path2, SimplePathVertex* const& vertex2,
                        SimplePathChangeInstruction& change, PHashablePointer<SimplePath>& result);
+
+    // ---- Drawing through the host's drawer (interaction/SimplePath+Drawing.cpp) ----
+    // Fills `rep` with every triple in path order (incoming handle, anchor, outgoing handle), then marks
+    // it closed or open as the path is. With `modes` given, a new array of one mode per triple is stored
+    // there for the caller to free (array delete); null if memory is exhausted.
+    void initializeDrawerCurveRep(SimplePathDrawerCurveRep& rep,
+                                  SimplePathVertexTriple::VertexTripleMode** modes) const;
+    // Fills `rep` with triples from..to inclusive, each clamped into [0, n-1], without wrapping through
+    // the end of a closed path and without marking the piece open or closed. The mode array has one
+    // entry per triple added. An empty range after clamping (or an empty path) adds nothing and stores
+    // a null array.
+    void initializeDrawerCurveRep(SimplePathDrawerCurveRep& rep, int from, int to,
+                                  SimplePathVertexTriple::VertexTripleMode** modes) const;
+    // Draws the whole path as its permanent image through one curve rep, which is deleted afterwards. A
+    // drawer that gives no rep draws nothing.
+    void permanentDrawCurve(SimplePathDrawer& drawer) const;
 
   private:
     // ---- Helpers (path/SimplePath.cpp unless named) ----

@@ -170,6 +170,42 @@ std::vector<CommandEntry> const& commandTable() {
              app.add_option("-o,--output", step->output, "write here instead of the global -o");
              return [step] { return Step(*step); };
          }},
+        {"preview",
+         "preview --vertex I [--vertex J...] --to X Y [--path P] [--handle in|out] "
+         "[--snap angle|horizontal|vertical] [-o FILE]",
+         "an SVG of what dragging a vertex (or several) to a point would draw",
+         [](CLI::App& app) -> Finisher {
+             auto step = keep<PreviewStep>();
+             auto to = keep<std::vector<double>>();
+             auto handle = keep<std::string>();
+             auto snap = keep<std::string>();
+             app.add_option("--path", step->path, "the path, by index (default 0)");
+             app.add_option("--vertex", step->vertices, "the dragged vertex; more for a selection")
+                 ->required()
+                 ->expected(1, 1 << 20)
+                 ->take_all();
+             app.add_option("--to", *to, "where the pointer goes")->expected(2)->required();
+             app.add_option("--handle", *handle, "drag a handle instead of the anchor")
+                 ->check(CLI::IsMember({"in", "out"}));
+             app.add_option("--snap", *snap, "constrain the pointer")
+                 ->check(CLI::IsMember({"angle", "horizontal", "vertical"}));
+             app.add_option("-o,--output", step->output, "write here instead of the global -o");
+             return [step, to, handle, snap] {
+                 PreviewStep result = *step;
+                 result.to = DPoint((*to)[0], (*to)[1]);
+                 result.handle = *handle == "in"    ? PreviewHandle::In
+                                 : *handle == "out" ? PreviewHandle::Out
+                                                    : PreviewHandle::None;
+                 result.snap = *snap == "angle"        ? PreviewSnap::Angle
+                               : *snap == "horizontal" ? PreviewSnap::Horizontal
+                               : *snap == "vertical"   ? PreviewSnap::Vertical
+                                                       : PreviewSnap::None;
+                 if (result.handle != PreviewHandle::None && result.vertices.size() > 1) {
+                     throw UsageError{"--handle drags one vertex: give a single --vertex"};
+                 }
+                 return Step(result);
+             };
+         }},
         {"insert", "insert (--at SEG:T | --near X Y) [--path P] [--tolerance T]",
          "a vertex at a curve position",
          [](CLI::App& app) -> Finisher {

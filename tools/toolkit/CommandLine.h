@@ -71,6 +71,17 @@ struct ConvertStep {
 struct RenderStep {
     std::string output;
 };
+// What an interactive drag of one vertex (or of a selection, with several vertices) would draw, as SVG.
+enum class PreviewHandle { None, In, Out };
+enum class PreviewSnap { None, Angle, Horizontal, Vertical };
+struct PreviewStep {
+    int path = 0;
+    std::vector<int> vertices; // the first is the one under the pointer
+    PreviewHandle handle = PreviewHandle::None;
+    DPoint to;
+    PreviewSnap snap = PreviewSnap::None;
+    std::string output;
+};
 // Edits: they change the drawing for the steps after them.
 struct InsertStep {
     Target at; // a position: --at or --near
@@ -103,8 +114,9 @@ struct TransformStep {
     std::optional<int> path;      // --path P; without it, every path
 };
 
-using Step = std::variant<InfoStep, NearestStep, IntersectStep, PickStep, ConvertStep, RenderStep, InsertStep,
-                          DeleteStep, ModeStep, SplitStep, JoinStep, DragStep, TransformStep>;
+using Step =
+    std::variant<InfoStep, NearestStep, IntersectStep, PickStep, ConvertStep, RenderStep, PreviewStep,
+                 InsertStep, DeleteStep, ModeStep, SplitStep, JoinStep, DragStep, TransformStep>;
 
 // True for the steps that change the drawing.
 bool isEdit(Step const& step);

@@ -2,6 +2,7 @@
 // render drawing of the paths' vertices.
 #include "toolkit/Hooks.h"
 
+#include "toolkit/SvgDrawer.h"
 #include "toolkit/SvgWriter.h"
 
 #include "simplepath/edit/SimplePathChangeInstruction.h"
@@ -219,19 +220,7 @@ int writeSpathOutput(Session& session, std::string const& outputPath) {
 }
 
 int runRender(Session& session, RenderStep const& step) {
-    std::vector<RenderPath> drawn;
-    for (std::unique_ptr<SimplePath> const& path : session.paths) {
-        std::list<SimplePathLocationTriple> triples;
-        // Reading the locations always succeeds.
-        (void)path->getLocationTripleList(triples);
-        RenderPath r;
-        r.closed = path->isClosedSimplePath() != 0;
-        for (SimplePathLocationTriple const& t : triples) {
-            r.vertices.push_back({t.anchor, t.first, t.last, static_cast<int>(t.mode)});
-        }
-        drawn.push_back(std::move(r));
-    }
-    return session.emit(step.output, writeRenderDrawing(session.frame, drawn));
+    return session.emit(step.output, renderDrawing(session.frame, session.paths));
 }
 
 } // namespace sptool

@@ -39,6 +39,7 @@ int runNearest(Session& session, NearestStep const& step);
 int runIntersect(Session& session, IntersectStep const& step);
 int runPick(Session& session, PickStep const& step);
 int runRender(Session& session, RenderStep const& step);
+int runPreview(Session& session, PreviewStep const& step);
 int runInsert(Session& session, InsertStep const& step);
 int runDelete(Session& session, DeleteStep const& step);
 int runMode(Session& session, ModeStep const& step);

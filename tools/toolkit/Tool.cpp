@@ -187,6 +187,7 @@ int runStep(Session& session, Step const& step) {
                           [&](PickStep const& s) { return runPick(session, s); },
                           [&](ConvertStep const& s) { return runConvert(session, s); },
                           [&](RenderStep const& s) { return runRender(session, s); },
+                          [&](PreviewStep const& s) { return runPreview(session, s); },
                           [&](InsertStep const& s) { return runInsert(session, s); },
                           [&](DeleteStep const& s) { return runDelete(session, s); },
                           [&](ModeStep const& s) { return runMode(session, s); },

@@ -1,0 +1,278 @@
+#include "toolkit/SvgDrawer.h"
+
+#include "toolkit/PathDataWriter.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <new>
+
+namespace sptool {
+
+namespace {
+
+SvgCurveRep* svgRep(SimplePathDrawer::CurveRep* rep) {
+    return dynamic_cast<SvgCurveRep*>(rep);
+}
+
+// The smallest box around a set of points, grown point by point.
+struct Box {
+    double minX = std::numeric_limits<double>::infinity();
+    double minY = std::numeric_limits<double>::infinity();
+    double maxX = -std::numeric_limits<double>::infinity();
+    double maxY = -std::numeric_limits<double>::infinity();
+
+    void add(DPoint const& p) {
+        minX = std::min(minX, p.x);
+        minY = std::min(minY, p.y);
+        maxX = std::max(maxX, p.x);
+        maxY = std::max(maxY, p.y);
+    }
+    void add(RenderVertex const& v) {
+        add(v.anchor);
+        add(v.in);
+        add(v.out);
+    }
+    void add(RenderPath const& path) {
+        std::for_each(path.vertices.begin(), path.vertices.end(), [&](RenderVertex const& v) { add(v); });
+    }
+    bool empty() const { return !(minX <= maxX && minY <= maxY); }
+};
+
+// The viewBox to draw in: the input's, or the box with a margin of 5% of its larger side (at least 1).
+std::array<double, 4> drawingBox(SvgFrame const& frame, Box const& box) {
+    if (frame.hasViewBox) {
+        return frame.viewBox;
+    }
+    if (box.empty()) {
+        return {0.0, 0.0, 100.0, 100.0};
+    }
+    double const margin = std::max(1.0, 0.05 * std::max(box.maxX - box.minX, box.maxY - box.minY));
+    return {box.minX - margin, box.minY - margin, box.maxX - box.minX + 2 * margin,
+            box.maxY - box.minY + 2 * margin};
+}
+
+std::string number(double value) {
+    std::string out;
+    appendNumber(out, value, NumberFormat{4});
+    return out;
+}
+
+std::string escapeAttribute(std::string const& text) {
+    std::string out;
+    for (char c : text) {
+        switch (c) {
+        case '&':
+            out += "&amp;";
+            break;
+        case '<':
+            out += "&lt;";
+            break;
+        case '"':
+            out += "&quot;";
+            break;
+        default:
+            out.push_back(c);
+        }
+    }
+    return out;
+}
+
+std::string documentStart(SvgFrame const& frame, std::array<double, 4> const& viewBox) {
+    std::string out = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\"";
+    if (!frame.width.empty() && !frame.height.empty()) {
+        out += " width=\"" + escapeAttribute(frame.width) + "\" height=\"" + escapeAttribute(frame.height) +
+               "\"";
+    }
+    out += " viewBox=\"";
+    for (std::size_t i = 0; i < 4; ++i) {
+        out += (i > 0 ? " " : "") + number(viewBox[i]);
+    }
+    return out + "\">\n";
+}
+
+std::string pathElement(RenderPath const& path) {
+    return "<path d=\"" + writePathData(chainOfVertices(path), NumberFormat{6}) + "\"/>\n";
+}
+
+// Handles as thin lines from the anchor with a dot at the end; a retracted handle is not drawn.
+std::string handles(RenderVertex const& v, double unit) {
+    std::string out;
+    for (DPoint const& handle : {v.in, v.out}) {
+        if (handle == v.anchor) {
+            continue;
+        }
+        out += "<line x1=\"" + number(v.anchor.x) + "\" y1=\"" + number(v.anchor.y) + "\" x2=\"" +
+               number(handle.x) + "\" y2=\"" + number(handle.y) + "\"/>";
+        out += "<circle cx=\"" + number(handle.x) + "\" cy=\"" + number(handle.y) + "\" r=\"" +
+               number(1.5 * unit) + "\"/>\n";
+    }
+    return out;
+}
+
+// The anchor's marker: its shape tells the mode.
+std::string marker(RenderVertex const& v, double unit) {
+    std::string const x = number(v.anchor.x);
+    std::string const y = number(v.anchor.y);
+    if (v.mode == SimplePathVertexTriple::Smooth) {
+        return "<circle class=\"smooth\" cx=\"" + x + "\" cy=\"" + y + "\" r=\"" + number(3.0 * unit) +
+               "\"/>\n";
+    }
+    if (v.mode == SimplePathVertexTriple::Symmetric) {
+        double const d = 4.0 * unit;
+        return "<path class=\"symmetric\" d=\"M" + x + " " + number(v.anchor.y - d) + "L" +
+               number(v.anchor.x + d) + " " + y + "L" + x + " " + number(v.anchor.y + d) + "L" +
+               number(v.anchor.x - d) + " " + y + "Z\"/>\n";
+    }
+    if (v.mode == SimplePathVertexTriple::Cusp) {
+        std::string const side = number(6.0 * unit);
+        return "<rect class=\"cusp\" x=\"" + number(v.anchor.x - 3.0 * unit) + "\" y=\"" +
+               number(v.anchor.y - 3.0 * unit) + "\" width=\"" + side + "\" height=\"" + side + "\"/>\n";
+    }
+    return "<circle class=\"vertex\" cx=\"" + x + "\" cy=\"" + y + "\" r=\"" + number(1.5 * unit) + "\"/>\n";
+}
+
+struct StyleLook {
+    char const* name;
+    char const* stroke;
+    double width;
+    char const* extra;
+};
+
+StyleLook lookOf(SvgDrawer::Style style) {
+    switch (style) {
+    case SvgDrawer::Style::Kept:
+        return {"kept", "#1a1a1a", 1.5, ""};
+    case SvgDrawer::Style::Original:
+        return {"original", "#9a9a9a", 1.0, " stroke-dasharray=\"4 3\""};
+    case SvgDrawer::Style::RubberBand:
+        break;
+    }
+    return {"rubber-band", "#e8590c", 1.5, ""};
+}
+
+} // namespace
+
+SimplePathDrawer::CurveRep* SvgDrawer::makeCurveRep() {
+    return new (std::nothrow) SvgCurveRep;
+}
+
+void SvgDrawer::drawCurve(CurveRep* rep) {
+    if (SvgCurveRep const* r = svgRep(rep)) {
+        curves_.push_back({style_, r->path});
+    }
+}
+
+void SvgDrawer::drawCurveVertices(CurveRep* rep, VertexTripleMode* modes, int, int) {
+    SvgCurveRep const* r = svgRep(rep);
+    if (r == nullptr) {
+        return;
+    }
+    for (std::size_t i = 0; i < r->path.vertices.size(); ++i) {
+        RenderVertex v = r->path.vertices[i];
+        v.mode = modes != nullptr && modes_ == Modes::PerTriple ? static_cast<int>(modes[i]) : -1;
+        vertices_.push_back(v);
+    }
+}
+
+void SvgDrawer::drawEditedTriple(DPoint const& before, DPoint const& anchor, DPoint const& after,
+                                 VertexTripleMode* mode) {
+    edited_.push_back({anchor, before, after, mode != nullptr ? static_cast<int>(*mode) : -1});
+}
+
+void SvgDrawer::drawPermanentCurve(CurveRep* rep) {
+    if (SvgCurveRep const* r = svgRep(rep)) {
+        permanent_.push_back(r->path);
+    }
+}
+
+void SvgDrawer::drawHighlightedVertex(DPoint const& point) {
+    highlighted_.push_back(point);
+}
+
+std::string SvgDrawer::document(SvgFrame const& frame) const {
+    Box box;
+    std::for_each(permanent_.begin(), permanent_.end(), [&](RenderPath const& p) { box.add(p); });
+    std::for_each(curves_.begin(), curves_.end(), [&](StyledPath const& p) { box.add(p.path); });
+    std::for_each(vertices_.begin(), vertices_.end(), [&](RenderVertex const& v) { box.add(v); });
+    std::for_each(edited_.begin(), edited_.end(), [&](RenderVertex const& v) { box.add(v); });
+    std::for_each(highlighted_.begin(), highlighted_.end(), [&](DPoint const& p) { box.add(p); });
+    std::array<double, 4> const viewBox = drawingBox(frame, box);
+    // One unit is a 400th of the drawing's larger side: strokes are one unit wide, markers a few.
+    double const unit = std::max(viewBox[2], viewBox[3]) / 400.0;
+
+    std::string out = documentStart(frame, viewBox);
+    out += "<g fill=\"none\" stroke=\"#1a1a1a\" stroke-width=\"" + number(1.5 * unit) + "\">\n";
+    for (RenderPath const& path : permanent_) {
+        out += pathElement(path);
+    }
+    out += "</g>\n";
+    for (Style style : {Style::Kept, Style::Original, Style::RubberBand}) {
+        StyleLook const look = lookOf(style);
+        std::string group;
+        for (StyledPath const& p : curves_) {
+            if (p.style == style) {
+                group += pathElement(p.path);
+            }
+        }
+        if (!group.empty()) {
+            out += std::string("<g class=\"") + look.name + "\" fill=\"none\" stroke=\"" + look.stroke +
+                   "\" stroke-width=\"" + number(look.width * unit) + "\"" + look.extra + ">\n" + group +
+                   "</g>\n";
+        }
+    }
+    out += "<g stroke=\"#3478f6\" stroke-width=\"" + number(0.75 * unit) + "\" fill=\"#3478f6\">\n";
+    for (RenderVertex const& v : vertices_) {
+        out += handles(v, unit);
+    }
+    out += "</g>\n<g stroke=\"#d0342c\" stroke-width=\"" + number(0.75 * unit) + "\" fill=\"#fff\">\n";
+    for (RenderVertex const& v : vertices_) {
+        out += marker(v, unit);
+    }
+    out += "</g>\n";
+    if (!edited_.empty()) {
+        out += "<g class=\"edited\" stroke=\"#e8590c\" stroke-width=\"" + number(0.75 * unit) +
+               "\" fill=\"#e8590c\">\n";
+        for (RenderVertex const& v : edited_) {
+            out += handles(v, unit) + marker(v, unit);
+        }
+        out += "</g>\n";
+    }
+    if (!highlighted_.empty()) {
+        out += "<g class=\"snap-origin\" stroke=\"#2b8a3e\" stroke-width=\"" + number(0.75 * unit) +
+               "\" fill=\"none\">\n";
+        double const d = 5.0 * unit;
+        for (DPoint const& p : highlighted_) {
+            out += "<circle cx=\"" + number(p.x) + "\" cy=\"" + number(p.y) + "\" r=\"" + number(d) + "\"/>";
+            out += "<line x1=\"" + number(p.x - d) + "\" y1=\"" + number(p.y) + "\" x2=\"" + number(p.x + d) +
+                   "\" y2=\"" + number(p.y) + "\"/>";
+            out += "<line x1=\"" + number(p.x) + "\" y1=\"" + number(p.y - d) + "\" x2=\"" + number(p.x) +
+                   "\" y2=\"" + number(p.y + d) + "\"/>\n";
+        }
+        out += "</g>\n";
+    }
+    return out + "</svg>\n";
+}
+
+std::string renderDrawing(SvgFrame const& frame, std::vector<std::unique_ptr<SimplePath>> const& paths) {
+    SvgDrawer drawer;
+    drawer.setModes(SvgDrawer::Modes::PerTriple);
+    for (std::unique_ptr<SimplePath> const& path : paths) {
+        path->permanentDrawCurve(drawer);
+    }
+    for (std::unique_ptr<SimplePath> const& path : paths) {
+        std::unique_ptr<SimplePathDrawer::CurveRep> rep(drawer.makeCurveRep());
+        if (!rep) {
+            continue;
+        }
+        SimplePathVertexTriple::VertexTripleMode* modes = nullptr;
+        path->initializeDrawerCurveRep(*rep, &modes);
+        if (modes != nullptr) {
+            drawer.drawCurveVertices(rep.get(), modes, 1, 0);
+        }
+        delete[] modes;
+    }
+    return drawer.document(frame);
+}
+
+} // namespace sptool
