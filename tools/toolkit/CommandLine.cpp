@@ -15,7 +15,8 @@ bool isEdit(Step const& step) {
     return std::holds_alternative<InsertStep>(step) || std::holds_alternative<DeleteStep>(step) ||
            std::holds_alternative<ModeStep>(step) || std::holds_alternative<SplitStep>(step) ||
            std::holds_alternative<JoinStep>(step) || std::holds_alternative<DragStep>(step) ||
-           std::holds_alternative<TransformStep>(step);
+           std::holds_alternative<TransformStep>(step) || std::holds_alternative<MoveStep>(step) ||
+           std::holds_alternative<ReplayStep>(step) || std::holds_alternative<UndoStep>(step);
 }
 
 namespace {
@@ -295,6 +296,41 @@ std::vector<CommandEntry> const& commandTable() {
              app.add_option("--to", *to, "where the point goes")->expected(2)->required();
              return [target, to] { return Step(DragStep{target->finish(), DPoint((*to)[0], (*to)[1])}); };
          }},
+        {"move", "move --vertex I --to X Y [--path P] [--handle in|out] [--snap angle|horizontal|vertical]",
+         "drag a vertex or one of its handles to a point",
+         [](CLI::App& app) -> Finisher {
+             auto step = keep<MoveStep>();
+             auto to = keep<std::vector<double>>();
+             auto handle = keep<std::string>();
+             auto snap = keep<std::string>();
+             app.add_option("--path", step->path, "the path, by index (default 0)");
+             app.add_option("--vertex", step->vertex, "the vertex, by index on the path")->required();
+             app.add_option("--to", *to, "where the pointer goes")->expected(2)->required();
+             app.add_option("--handle", *handle, "drag a handle instead of the anchor")
+                 ->check(CLI::IsMember({"in", "out"}));
+             app.add_option("--snap", *snap, "constrain the pointer")
+                 ->check(CLI::IsMember({"angle", "horizontal", "vertical"}));
+             return [step, to, handle, snap] {
+                 MoveStep result = *step;
+                 result.to = DPoint((*to)[0], (*to)[1]);
+                 result.handle = *handle == "in"    ? PreviewHandle::In
+                                 : *handle == "out" ? PreviewHandle::Out
+                                                    : PreviewHandle::None;
+                 result.snap = *snap == "angle"        ? PreviewSnap::Angle
+                               : *snap == "horizontal" ? PreviewSnap::Horizontal
+                               : *snap == "vertical"   ? PreviewSnap::Vertical
+                                                       : PreviewSnap::None;
+                 return Step(result);
+             };
+         }},
+        {"replay", "replay FILE.json", "run the edits recorded with --record",
+         [](CLI::App& app) -> Finisher {
+             auto step = keep<ReplayStep>();
+             app.add_option("file", step->file, "a file written by --record")->required();
+             return [step] { return Step(*step); };
+         }},
+        {"undo", "undo", "take back the edit before it",
+         [](CLI::App&) -> Finisher { return [] { return Step(UndoStep{}); }; }},
         {"transform",
          "transform translate DX DY | scale SX [SY] | rotate DEG | matrix A B C D E F [--center X Y] [--path "
          "P]",
@@ -380,7 +416,7 @@ void parseArguments(CLI::App& app, std::vector<std::string> const& args) {
 
 bool isGlobalValueOption(std::string const& token) {
     return token == "-o" || token == "--output" || token == "--format" || token == "--d" ||
-           token == "--decimals";
+           token == "--decimals" || token == "--record";
 }
 
 bool isGlobalOption(std::string const& token) {
@@ -443,6 +479,8 @@ CommandLineResult parseCommandLine(std::vector<std::string> const& args, std::os
             "--decimals", options.decimals,
             "round numbers to this many decimals (reports default to 6, path data and JSON to every digit)")
         ->check(CLI::Range(0, 17));
+    global.add_option("--record", options.record,
+                      "write the edits of this call to this file as records (JSON), for replay");
 
     global.add_flag("--version", "print the tool's version and stop");
 

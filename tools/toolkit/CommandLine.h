@@ -21,6 +21,7 @@ struct GlobalOptions {
     bool json = false;
     std::string output; // -o FILE; empty: standard output
     int decimals = -1;  // --decimals N; -1 writes every digit that matters
+    std::string record; // --record FILE: the edits of this call as records, in JSON
 };
 
 // A place on a path: segment index and curve parameter, written "SEG:T" ("2:0.5").
@@ -105,6 +106,20 @@ struct DragStep {
     Target from; // the curve point that is dragged: --at or --near
     DPoint to;
 };
+// Drags one vertex (or one of its handles) to a point as the pointer would, and commits the drag.
+struct MoveStep {
+    int path = 0;
+    int vertex = 0;
+    PreviewHandle handle = PreviewHandle::None;
+    DPoint to;
+    PreviewSnap snap = PreviewSnap::None;
+};
+// Runs the edits recorded in a file (written by --record) on the drawing.
+struct ReplayStep {
+    std::string file;
+};
+// Takes back the edit step before it.
+struct UndoStep {};
 struct TransformStep {
     TransformKind kind = TransformKind::Translate;
     // translate: dx dy; scale: sx sy (sy = sx when one is given); rotate: degrees; matrix: a b c d e f,
@@ -114,9 +129,9 @@ struct TransformStep {
     std::optional<int> path;      // --path P; without it, every path
 };
 
-using Step =
-    std::variant<InfoStep, NearestStep, IntersectStep, PickStep, ConvertStep, RenderStep, PreviewStep,
-                 InsertStep, DeleteStep, ModeStep, SplitStep, JoinStep, DragStep, TransformStep>;
+using Step = std::variant<InfoStep, NearestStep, IntersectStep, PickStep, ConvertStep, RenderStep,
+                          PreviewStep, InsertStep, DeleteStep, ModeStep, SplitStep, JoinStep, DragStep,
+                          TransformStep, MoveStep, ReplayStep, UndoStep>;
 
 // True for the steps that change the drawing.
 bool isEdit(Step const& step);
