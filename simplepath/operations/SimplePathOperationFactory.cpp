@@ -11,6 +11,7 @@
 #include "simplepath/operations/InsertVerticesSimplePathOperation.h"
 #include "simplepath/operations/JoinSimplePathVerticesOperation.h"
 #include "simplepath/operations/MoveSelectedVerticesOperation.h"
+#include "simplepath/operations/SimplePathMetaOperation.h"
 #include "simplepath/operations/SimplePathVertexPickOperation.h"
 #include "simplepath/operations/SplitSimplePathVertexOperation.h"
 #include "simplepath/operations/setCuspModeOperation.h"
@@ -216,12 +217,17 @@ SimplePathOperationFactory::createOperationFromSII(SimplePathOperation::SegmentI
     case 15:
         shell = createSplitVertexOperation(none, SimplePathPosition(), none, none, true);
         break;
-    // Tag 2 names a group of operations, which this library does not rebuild yet; 8 is unassigned.
+    case 2:
+        shell = new (std::nothrow) SimplePathMetaOperation();
+        break;
+    // 8 is unassigned.
     default:
         return nullptr;
     }
     std::unique_ptr<SimplePathOperation> rebuilt(shell);
-    if (rebuilt == nullptr || rebuilt->ApplySegIndependentInfo(info) != 1) {
+    int const applied = rebuilt != nullptr ? rebuilt->ApplySegIndependentInfo(info) : 0;
+    // A group is accepted whenever it was filled at all: members that could not be rebuilt are skipped.
+    if (applied == 0 || (applied != 1 && info->getType() != 2)) {
         return nullptr; // a shell that could not be filled is not handed out
     }
     return rebuilt.release();

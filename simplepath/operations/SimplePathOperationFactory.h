@@ -3,7 +3,9 @@
 #include <list>
 
 #include "simplepath/interaction/SimplePathVertexPickAction.h"
+#include "simplepath/interfaces/ArbTrans.h"
 #include "simplepath/interfaces/DVector.h"
+#include "simplepath/interfaces/P2DTrans.h"
 #include "simplepath/interfaces/PBoxForm.h"
 #include "simplepath/operations/SimplePathOperation.h"
 #include "simplepath/path/SimplePathLocationTriple.h"
@@ -61,6 +63,28 @@ class SimplePathOperationFactory {
     // vertex, an end anchor of an open path, or a vertex that is not an anchor of the path.
     static SimplePathOperation* createSplitVertexOperation(PHashablePointer<SimplePath> path,
                                                            SimplePathVertex* vertex);
+    // Slices one path at two positions, or two paths at one position each (the second path may be the
+    // first). Never null for memory that can be had; bad paths and positions are answered on execution.
+    static SimplePathOperation* createSlicePathOperation(PHashablePointer<SimplePath> path,
+                                                         SimplePathPosition const& firstPosition,
+                                                         PHashablePointer<SimplePath> secondPath,
+                                                         SimplePathPosition const& secondPosition);
+    // Records a cut the host made itself: the first list's paths are replaced by the second's pieces.
+    static SimplePathOperation*
+    createCurvedSlicePathOperation(std::list<PHashablePointer<SimplePath>> replaced,
+                                   std::list<PHashablePointer<SimplePath>> pieces);
+    // Closes the listed paths (the list is copied).
+    static SimplePathOperation* createClosePathsOperation(std::list<PHashablePointer<SimplePath>>& paths);
+    // Deletes a whole path; null for a null path.
+    static SimplePathOperation* createDeleteOperation(PHashablePointer<SimplePath> path);
+    // Maps the path through `transform` about `reference`.
+    static SimplePathOperation* createTransformOperation(PHashablePointer<SimplePath> path,
+                                                         P2DTrans const& transform, DPoint const& reference);
+    // Maps the path through a borrowed point transform; a null one fails on execution.
+    static SimplePathOperation* createTransformOperation(PHashablePointer<SimplePath> path,
+                                                         ArbTrans<DPoint>* transform);
+    static SimplePathOperation* createTranslateOperation(PHashablePointer<SimplePath> path,
+                                                         DVector const& offset);
     // Rebuilds the operation a record describes, resolving its locations through the record's pick
     // function. Null for a null record, an unknown tag, or a record that cannot be resolved.
     static SimplePathOperation*

@@ -1,0 +1,460 @@
+// The slice on seeded random paths, open and closed, straight and curved, cut at anchors and (through
+// an add-vertex member of the same group) inside segments. The pieces must draw exactly the input
+// outlines plus the straight cut twice: every segment of the pieces is matched, one for one, against an
+// independent reference built here (the input segments, those cut inside split by de Casteljau, and
+// the cut), by sampling both densely within 1e-9 of the drawing's size. Held positions must follow onto
+// the pieces, undo must give back the inputs exactly and redo the same pieces in the same objects.
+
+#include <algorithm>
+#include <cmath>
+#include <list>
+#include <memory>
+#include <random>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "OperationHost.h"
+#include "simplepath/edit/SimplePathChangeInstruction.h"
+#include "simplepath/operations/SimplePathMetaOperation.h"
+#include "simplepath/operations/SimplePathOperationFactory.h"
+#include "simplepath/operations/SliceSimplePathOperation.h"
+
+using namespace ops_test;
+
+namespace {
+
+struct Cubic {
+    DPoint p[4];
+};
+
+DPoint lerp(DPoint const& a, DPoint const& b, double t) {
+    return DPoint(a.x + t * (b.x - a.x), a.y + t * (b.y - a.y));
+}
+
+double dist(DPoint const& a, DPoint const& b) {
+    return std::hypot(a.x - b.x, a.y - b.y);
+}
+
+// Bernstein form, evaluated directly (not by the library's evaluator).
+DPoint evaluate(Cubic const& c, double t) {
+    double const s = 1.0 - t;
+    double const b0 = s * s * s;
+    double const b1 = 3.0 * s * s * t;
+    double const b2 = 3.0 * s * t * t;
+    double const b3 = t * t * t;
+    return DPoint(b0 * c.p[0].x + b1 * c.p[1].x + b2 * c.p[2].x + b3 * c.p[3].x,
+                  b0 * c.p[0].y + b1 * c.p[1].y + b2 * c.p[2].y + b3 * c.p[3].y);
+}
+
+// The two halves of a de Casteljau split at t.
+std::pair<Cubic, Cubic> splitCubic(Cubic const& c, double t) {
+    DPoint const a = lerp(c.p[0], c.p[1], t);
+    DPoint const b = lerp(c.p[1], c.p[2], t);
+    DPoint const d = lerp(c.p[2], c.p[3], t);
+    DPoint const ab = lerp(a, b, t);
+    DPoint const bd = lerp(b, d, t);
+    DPoint const m = lerp(ab, bd, t);
+    return {Cubic{{c.p[0], a, ab, m}}, Cubic{{m, bd, d, c.p[3]}}};
+}
+
+std::vector<Cubic> segmentsOf(SimplePath const& path) {
+    std::vector<Cubic> out;
+    auto const& list = path.getTripleList();
+    int const n = path.numTriples();
+    int const segments = path.isClosedSimplePath() != 0 ? n : n - 1;
+    for (int i = 0; i < segments; ++i) {
+        auto const& a = list[i];
+        auto const& b = list[(i + 1) % n];
+        out.push_back(Cubic{{a.anchor->getLocation(), a.last->getLocation(), b.first->getLocation(),
+                             b.anchor->getLocation()}});
+    }
+    return out;
+}
+
+double toSegment(DPoint const& p, DPoint const& a, DPoint const& b) {
+    double const len2 = (b.x - a.x) * (b.x - a.x) + (b.y - a.y) * (b.y - a.y);
+    double t = len2 > 0.0 ? ((p.x - a.x) * (b.x - a.x) + (p.y - a.y) * (b.y - a.y)) / len2 : 0.0;
+    t = std::min(1.0, std::max(0.0, t));
+    return dist(p, lerp(a, b, t));
+}
+
+bool isStraight(Cubic const& c, double tol) {
+    return toSegment(c.p[1], c.p[0], c.p[3]) <= tol && toSegment(c.p[2], c.p[0], c.p[3]) <= tol;
+}
+
+bool isPoint(Cubic const& c, double tol) {
+    return dist(c.p[0], c.p[1]) <= tol && dist(c.p[0], c.p[2]) <= tol && dist(c.p[0], c.p[3]) <= tol;
+}
+
+constexpr int kSamples = 64;
+
+// Same drawn curve: a curved segment point for point at equal parameters (either direction); a straight
+// one by its ends and every sample lying on the reference chord, since a straight line may be
+// parameterised differently once a vertex has been added on it.
+bool sameCurve(Cubic const& piece, Cubic const& ref, double tol) {
+    if (isStraight(ref, tol)) {
+        if (!isStraight(piece, tol)) {
+            return false;
+        }
+        bool const ends = (dist(piece.p[0], ref.p[0]) <= tol && dist(piece.p[3], ref.p[3]) <= tol) ||
+                          (dist(piece.p[0], ref.p[3]) <= tol && dist(piece.p[3], ref.p[0]) <= tol);
+        if (!ends) {
+            return false;
+        }
+        for (int k = 0; k <= kSamples; ++k) {
+            if (toSegment(evaluate(piece, double(k) / kSamples), ref.p[0], ref.p[3]) > tol) {
+                return false;
+            }
+        }
+        return true;
+    }
+    for (bool reversed : {false, true}) {
+        bool all = true;
+        for (int k = 0; k <= kSamples && all; ++k) {
+            double const t = double(k) / kSamples;
+            all = dist(evaluate(piece, t), evaluate(ref, reversed ? 1.0 - t : t)) <= tol;
+        }
+        if (all) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// Matches every segment of the pieces with one reference segment, each used once; zero-length segments
+// (two ends merged at one place) draw nothing and are left out on both sides.
+void expectSameDrawing(std::vector<Cubic> pieces, std::vector<Cubic> reference, double tol) {
+    auto const dot = [tol](Cubic const& c) { return isPoint(c, tol); };
+    pieces.erase(std::remove_if(pieces.begin(), pieces.end(), dot), pieces.end());
+    reference.erase(std::remove_if(reference.begin(), reference.end(), dot), reference.end());
+    EXPECT_EQ(pieces.size(), reference.size());
+    std::vector<bool> used(reference.size(), false);
+    for (std::size_t i = 0; i < pieces.size(); ++i) {
+        bool found = false;
+        for (std::size_t j = 0; j < reference.size() && !found; ++j) {
+            if (!used[j] && sameCurve(pieces[i], reference[j], tol)) {
+                used[j] = found = true;
+            }
+        }
+        EXPECT_TRUE(found) << "piece segment " << i << " from (" << pieces[i].p[0].x << ", "
+                           << pieces[i].p[0].y << ") to (" << pieces[i].p[3].x << ", " << pieces[i].p[3].y
+                           << ") draws nothing of the input";
+    }
+}
+
+enum class Kind { SameClosed, SameOpen, TwoClosed, OpenThenClosed, ClosedThenOpen, TwoOpen };
+
+struct Cut {
+    SimplePath* path = nullptr;
+    int segment = 0; // the anchor index when `inside` is false
+    double t = 0.0;
+    DPoint at;
+};
+
+class RandomSlice {
+  public:
+    RandomSlice(unsigned seed, Kind kind, bool inside) : rng(seed), kind(kind), inside(inside) {}
+
+    void run() {
+        bool const same = kind == Kind::SameClosed || kind == Kind::SameOpen;
+        bool const closed1 =
+            kind == Kind::SameClosed || kind == Kind::TwoClosed || kind == Kind::ClosedThenOpen;
+        bool const closed2 =
+            kind == Kind::SameClosed || kind == Kind::TwoClosed || kind == Kind::OpenThenClosed;
+        SimplePath* const p1 = randomPath(
+            same ? between(inside ? 1 : 2, 6) + (closed1 ? 0 : 1) : between(1, 5), closed1, DPoint(0.0, 0.0));
+        SimplePath* const p2 =
+            same ? p1 : randomPath(between(1, 5), closed2, DPoint(uniform(-40, 80), uniform(-40, 80)));
+        if (inside && (segments(*p1) < 1 || segments(*p2) < 1 || (same && segments(*p1) < 2))) {
+            return; // nothing to cut inside
+        }
+        Cut one = pick(p1, -1);
+        Cut two = pick(p2, same ? (inside ? one.segment : one.segment) : -1);
+
+        // The reference drawing and the held positions, from the inputs as they are now.
+        double size = 0.0;
+        std::vector<Cubic> reference;
+        for (SimplePath* p : inputs()) {
+            std::vector<Cubic> segs = segmentsOf(*p);
+            for (int i = int(segs.size()) - 1; i >= 0; --i) {
+                for (Cut const* c : {&one, &two}) {
+                    if (inside && c->path == p && c->segment == i) {
+                        auto const halves = splitCubic(segs[i], c->t);
+                        segs[i] = halves.second;
+                        segs.insert(segs.begin() + i, halves.first);
+                    }
+                }
+            }
+            reference.insert(reference.end(), segs.begin(), segs.end());
+            for (Cubic const& c : segmentsOf(*p)) {
+                for (DPoint const& q : c.p) {
+                    size = std::max(size, std::max(std::fabs(q.x), std::fabs(q.y)));
+                }
+            }
+        }
+        double const tol = 1e-9 * std::max(size, 1.0);
+        Cubic const cutSegment{{one.at, one.at, two.at, two.at}};
+        reference.push_back(cutSegment);
+        reference.push_back(cutSegment);
+
+        std::list<std::pair<PHashablePointer<SimplePath>, SimplePathPosition>> held;
+        std::vector<DPoint> heldAt;
+        for (SimplePath* p : inputs()) {
+            std::vector<Cubic> const segs = segmentsOf(*p);
+            for (int k = 0; k < 6 && !segs.empty(); ++k) {
+                int const i = between(0, int(segs.size()) - 1);
+                double const t = uniform(0.0, 0.99);
+                // A vertex added inside a segment carries that segment's positions by its own rule,
+                // which is not the slice's to answer for.
+                if (inside && ((one.path == p && one.segment == i) || (two.path == p && two.segment == i))) {
+                    continue;
+                }
+                SimplePathPosition at;
+                EXPECT_EQ(SimplePath::Success, p->makePosition(i, t, at));
+                held.emplace_back(p, at);
+                heldAt.push_back(evaluate(segs[i], t));
+            }
+        }
+
+        // The operation: the slice alone, or adds at the cut points first, the later point first so the
+        // earlier one keeps its segment number.
+        auto group = std::make_unique<SimplePathMetaOperation>();
+        SimplePathPosition at1;
+        SimplePathPosition at2;
+        if (inside) {
+            std::vector<Cut*> order{&one, &two};
+            if (same && one.segment < two.segment) {
+                std::swap(order[0], order[1]);
+            }
+            for (Cut* c : order) {
+                SimplePathPosition where;
+                EXPECT_EQ(SimplePath::Success, c->path->makePosition(c->segment, c->t, where));
+                group->addOperation(
+                    SimplePathOperationFactory::createAddVertexAtPositionOperation(c->path, where, false));
+            }
+            int const low = std::min(one.segment, two.segment);
+            auto anchorIndex = [&](Cut const& c) {
+                return c.segment + 1 + (same && c.segment != low ? 1 : 0);
+            };
+            EXPECT_EQ(SimplePath::Success, p1->makePosition(anchorIndex(one), 0.0, at1));
+            EXPECT_EQ(SimplePath::Success, p2->makePosition(anchorIndex(two), 0.0, at2));
+        } else {
+            EXPECT_EQ(SimplePath::Success, p1->makePosition(one.segment, 0.0, at1));
+            EXPECT_EQ(SimplePath::Success, p2->makePosition(two.segment, 0.0, at2));
+        }
+        auto* slice = static_cast<SliceSimplePathOperation*>(
+            SimplePathOperationFactory::createSlicePathOperation(p1, at1, p2, at2));
+        group->addOperation(slice);
+
+        DrawingState const before = drawingState(everything());
+        std::list<PHashablePointer<SimplePath>> affected;
+        SimplePathChangeInstruction change;
+        ASSERT_EQ(group->executeOperation(affected, change), SimplePathOperation::Success);
+        for (int i = 0; i < 3; ++i) {
+            results.push_back(slice->getResultPath(i));
+        }
+        // The result paths reported added are the host's from now on; the others stay the operation's.
+        change.simplePathsAdded(reported);
+        EXPECT_TRUE(eachVertexOnce(everything()));
+
+        std::vector<SimplePath*> pieces;
+        std::vector<Cubic> drawn;
+        for (SimplePath* p : everything()) {
+            if (p->numTriples() > 0) {
+                pieces.push_back(p);
+                std::vector<Cubic> const segs = segmentsOf(*p);
+                drawn.insert(drawn.end(), segs.begin(), segs.end());
+                EXPECT_NE(std::find(affected.begin(), affected.end(), PHashablePointer<SimplePath>(p)),
+                          affected.end())
+                    << "a piece is not reported affected";
+            }
+        }
+        for (SimplePath* p : inputs()) {
+            EXPECT_NE(std::find(affected.begin(), affected.end(), PHashablePointer<SimplePath>(p)),
+                      affected.end());
+        }
+        expectSameDrawing(drawn, reference, tol);
+        expectShapes(pieces);
+
+        // Held positions follow onto the piece that now draws their point.
+        auto spot = heldAt.begin();
+        for (auto const& pair : held) {
+            auto const moved = change.translate(pair);
+            ASSERT_NE(moved.first, nullptr);
+            EXPECT_NE(std::find(pieces.begin(), pieces.end(), moved.first.getPointer()), pieces.end())
+                << "a held position was carried onto a path without triples";
+            DPoint there;
+            EXPECT_EQ(moved.first->locatePosition(moved.second, there), SimplePath::Success);
+            EXPECT_LE(dist(there, *spot), 1e-6 * std::max(size, 1.0))
+                << "held (" << pair.second.getIndex() << ", " << pair.second.getParameter() << ") went to ("
+                << moved.second.getIndex() << ", " << moved.second.getParameter() << ")";
+            ++spot;
+        }
+
+        DrawingState const after = drawingState(everything());
+        group->undoOperation();
+        EXPECT_EQ(drawingState(everything()), before);
+        EXPECT_TRUE(eachVertexOnce(everything()));
+        std::list<PHashablePointer<SimplePath>> again;
+        SimplePathChangeInstruction redo;
+        ASSERT_EQ(group->executeOperation(again, redo), SimplePathOperation::Success);
+        EXPECT_EQ(drawingState(everything()), after);
+        for (int i = 0; i < 3; ++i) {
+            EXPECT_EQ(slice->getResultPath(i), results[i]);
+        }
+        // Undone once more and dropped: the inputs own their vertices again, the result paths are empty.
+        group->undoOperation();
+        EXPECT_EQ(drawingState(everything()), before);
+        group.reset();
+        results.erase(std::remove_if(results.begin(), results.end(),
+                                     [this](PHashablePointer<SimplePath> const& r) {
+                                         return std::find(reported.begin(), reported.end(), r) ==
+                                                reported.end();
+                                     }),
+                      results.end());
+    }
+
+    ~RandomSlice() {
+        for (auto const& r : results) {
+            if (std::find(reported.begin(), reported.end(), r) != reported.end()) {
+                delete &*r;
+            }
+        }
+    }
+
+  private:
+    std::vector<SimplePath*> inputs() const {
+        std::vector<SimplePath*> out;
+        for (auto const& p : pool) {
+            out.push_back(p.get());
+        }
+        return out;
+    }
+    std::vector<SimplePath*> everything() const {
+        std::vector<SimplePath*> out = inputs();
+        for (auto const& r : results) {
+            if (r != nullptr) {
+                out.push_back(const_cast<SimplePath*>(&*r));
+            }
+        }
+        return out;
+    }
+
+    void expectShapes(std::vector<SimplePath*> const& pieces) const {
+        std::vector<int> closedFlags;
+        for (SimplePath* p : pieces) {
+            closedFlags.push_back(p->isClosedSimplePath() != 0 ? 1 : 0);
+        }
+        std::sort(closedFlags.begin(), closedFlags.end());
+        switch (kind) {
+        case Kind::SameClosed:
+            EXPECT_EQ(closedFlags, (std::vector<int>{1, 1}));
+            break;
+        case Kind::SameOpen:
+            EXPECT_EQ(closedFlags, (std::vector<int>{0, 1}));
+            break;
+        case Kind::TwoClosed:
+            EXPECT_EQ(closedFlags, (std::vector<int>{1}));
+            break;
+        case Kind::OpenThenClosed:
+        case Kind::ClosedThenOpen:
+            EXPECT_EQ(closedFlags, (std::vector<int>{0}));
+            break;
+        case Kind::TwoOpen:
+            EXPECT_EQ(closedFlags, (std::vector<int>{0, 0}));
+            break;
+        }
+    }
+
+    static int segments(SimplePath const& p) {
+        int const n = p.numTriples();
+        return p.isClosedSimplePath() != 0 ? n : n - 1;
+    }
+
+    // A cut point: an anchor, or a point inside a segment other than `avoid` (and, for an anchor, a
+    // different anchor than `avoid`).
+    Cut pick(SimplePath* p, int avoid) {
+        Cut c;
+        c.path = p;
+        int const n = p->numTriples();
+        if (inside) {
+            do {
+                c.segment = between(0, segments(*p) - 1);
+            } while (c.segment == avoid);
+            c.t = uniform(0.15, 0.85);
+            c.at = evaluate(segmentsOf(*p)[c.segment], c.t);
+        } else {
+            do {
+                c.segment = between(0, n - 1);
+            } while (c.segment == avoid);
+            c.at = p->getTripleList()[c.segment].anchor->getLocation();
+        }
+        return c;
+    }
+
+    SimplePath* randomPath(int n, bool closed, DPoint const& origin) {
+        std::vector<SimplePathLocationTriple> triples;
+        bool const straight = chance(0.3);
+        for (int i = 0; i < n; ++i) {
+            DPoint const a(origin.x + 20.0 * std::cos(0.9 * i) + uniform(-6, 6),
+                           origin.y + 20.0 * std::sin(0.9 * i) + uniform(-6, 6));
+            if (straight || chance(0.15)) {
+                triples.emplace_back(a, a, a, SimplePathVertexTriple::Cusp);
+            } else {
+                DVector const h(uniform(-8, 8), uniform(-8, 8));
+                triples.emplace_back(
+                    a - h, a, chance(0.5) ? a + h : a + DVector(uniform(-8, 8), uniform(-8, 8)),
+                    chance(0.5) ? SimplePathVertexTriple::Smooth : SimplePathVertexTriple::Cusp);
+            }
+        }
+        return addPath(pool, triples, closed ? 1 : 0);
+    }
+
+    int between(int lo, int hi) { return std::uniform_int_distribution<int>(lo, hi)(rng); }
+    double uniform(double lo, double hi) { return std::uniform_real_distribution<double>(lo, hi)(rng); }
+    bool chance(double p) { return uniform(0.0, 1.0) < p; }
+
+    std::mt19937 rng;
+    Kind kind;
+    bool inside;
+    std::vector<std::unique_ptr<SimplePath>> pool;
+    std::vector<PHashablePointer<SimplePath>> results;
+    std::list<PHashablePointer<SimplePath>> reported;
+};
+
+void runMany(Kind kind) {
+    for (unsigned seed = 1; seed <= 150 && !testing::Test::HasFatalFailure(); ++seed) {
+        for (bool inside : {false, true}) {
+            SCOPED_TRACE(testing::Message()
+                         << "seed " << seed << (inside ? " inside segments" : " at anchors"));
+            RandomSlice(seed, kind, inside).run();
+            if (testing::Test::HasFailure()) {
+                return;
+            }
+        }
+    }
+}
+
+TEST(SliceOperation, OneClosedPathGivesTwoClosedPiecesSharingTheCut) {
+    runMany(Kind::SameClosed);
+}
+
+TEST(SliceOperation, OneOpenPathGivesTheClosedMiddleAndTheOuterPartsJoinedByTheCut) {
+    runMany(Kind::SameOpen);
+}
+
+TEST(SliceOperation, TwoClosedPathsJoinIntoOneOutlineOverTheCut) {
+    runMany(Kind::TwoClosed);
+}
+
+TEST(SliceOperation, OpenAndClosedInEitherOrderGiveOneOpenPath) {
+    runMany(Kind::OpenThenClosed);
+    runMany(Kind::ClosedThenOpen);
+}
+
+TEST(SliceOperation, TwoOpenPathsSwapTheirTailsOverTheCut) {
+    runMany(Kind::TwoOpen);
+}
+
+} // namespace
