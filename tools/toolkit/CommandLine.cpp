@@ -16,7 +16,9 @@ bool isEdit(Step const& step) {
            std::holds_alternative<ModeStep>(step) || std::holds_alternative<SplitStep>(step) ||
            std::holds_alternative<JoinStep>(step) || std::holds_alternative<DragStep>(step) ||
            std::holds_alternative<TransformStep>(step) || std::holds_alternative<MoveStep>(step) ||
-           std::holds_alternative<ReplayStep>(step) || std::holds_alternative<UndoStep>(step);
+           std::holds_alternative<ReplayStep>(step) || std::holds_alternative<UndoStep>(step) ||
+           std::holds_alternative<SliceStep>(step) || std::holds_alternative<CloseStep>(step) ||
+           std::holds_alternative<DeletePathStep>(step);
 }
 
 namespace {
@@ -327,6 +329,43 @@ std::vector<CommandEntry> const& commandTable() {
          [](CLI::App& app) -> Finisher {
              auto step = keep<ReplayStep>();
              app.add_option("file", step->file, "a file written by --record")->required();
+             return [step] { return Step(*step); };
+         }},
+        {"slice", "slice P:SEG:T Q:SEG:T", "cut one path at two positions, or two paths at one each",
+         [](CLI::App& app) -> Finisher {
+             auto at = keep<std::vector<std::string>>();
+             app.add_option("positions", *at, "two positions, each P:SEG:T")->expected(2)->required();
+             return [at] {
+                 SliceStep step;
+                 for (std::size_t i = 0; i < 2; ++i) {
+                     std::string const& text = (*at)[i];
+                     std::size_t const colon = text.find(':');
+                     std::size_t used = 0;
+                     int path = -1;
+                     try {
+                         path = std::stoi(text.substr(0, colon), &used);
+                     } catch (std::exception const&) {
+                         used = std::string::npos;
+                     }
+                     if (colon == std::string::npos || used != colon) {
+                         throw UsageError{"a slice position is P:SEG:T, not '" + text + "'"};
+                     }
+                     PathPosition const p = TargetOptions::parsePosition(text.substr(colon + 1));
+                     step.at[i] = SlicePoint{path, p.segment, p.t};
+                 }
+                 return Step(step);
+             };
+         }},
+        {"close", "close [--path P]", "close an open path",
+         [](CLI::App& app) -> Finisher {
+             auto step = keep<CloseStep>();
+             app.add_option("--path", step->path, "the path, by index (default 0)");
+             return [step] { return Step(*step); };
+         }},
+        {"delete-path", "delete-path [--path P]", "delete a whole path",
+         [](CLI::App& app) -> Finisher {
+             auto step = keep<DeletePathStep>();
+             app.add_option("--path", step->path, "the path, by index (default 0)");
              return [step] { return Step(*step); };
          }},
         {"undo", "undo", "take back the edit before it",

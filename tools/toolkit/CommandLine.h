@@ -118,6 +118,22 @@ struct MoveStep {
 struct ReplayStep {
     std::string file;
 };
+// Cuts one path at two positions, or two paths at one position each, each written "P:SEG:T".
+struct SlicePoint {
+    int path = 0;
+    int segment = 0;
+    double t = 0.0;
+};
+struct SliceStep {
+    std::array<SlicePoint, 2> at{};
+};
+// Closes an open path; deletes a whole path.
+struct CloseStep {
+    int path = 0;
+};
+struct DeletePathStep {
+    int path = 0;
+};
 // Takes back the edit step before it.
 struct UndoStep {};
 struct TransformStep {
@@ -129,9 +145,10 @@ struct TransformStep {
     std::optional<int> path;      // --path P; without it, every path
 };
 
-using Step = std::variant<InfoStep, NearestStep, IntersectStep, PickStep, ConvertStep, RenderStep,
-                          PreviewStep, InsertStep, DeleteStep, ModeStep, SplitStep, JoinStep, DragStep,
-                          TransformStep, MoveStep, ReplayStep, UndoStep>;
+using Step =
+    std::variant<InfoStep, NearestStep, IntersectStep, PickStep, ConvertStep, RenderStep, PreviewStep,
+                 InsertStep, DeleteStep, ModeStep, SplitStep, JoinStep, DragStep, TransformStep, MoveStep,
+                 ReplayStep, UndoStep, SliceStep, CloseStep, DeletePathStep>;
 
 // True for the steps that change the drawing.
 bool isEdit(Step const& step);

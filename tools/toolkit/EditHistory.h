@@ -18,7 +18,7 @@ class EditHistory {
     struct Step {
         std::string name;                               // the command, for messages
         std::unique_ptr<SimplePathOperation> operation; // null: an edit made without an operation
-        std::unique_ptr<Record> record;                 // the operation's record; null without one
+        std::vector<std::unique_ptr<Record>> records;   // the records of its edits, in order
         std::vector<SimplePath*> orderBefore;           // the drawing's paths before the edit
     };
 

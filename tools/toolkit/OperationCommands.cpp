@@ -10,6 +10,7 @@
 #include "simplepath/edit/SimplePathChangeInstruction.h"
 #include "simplepath/interaction/SimplePathVertexPickContext.h"
 #include "simplepath/interaction/SnapKit.h"
+#include "simplepath/operations/SimplePathMetaOperation.h"
 #include "simplepath/operations/SimplePathOperationFactory.h"
 
 #include <algorithm>
@@ -143,8 +144,11 @@ int perform(Session& session, Operation operation, std::string const& name) {
     applyChange(session, change);
     Record* info = nullptr;
     int const kind = operation->RetreiveSegIndependentInfo(info);
-    historyOf(session).steps.push_back(
-        {name, std::move(operation), std::unique_ptr<Record>(kind == 2 ? info : nullptr), std::move(before)});
+    EditHistory::Step step{name, std::move(operation), {}, std::move(before)};
+    if (kind == 2 && info != nullptr) {
+        step.records.emplace_back(info);
+    }
+    historyOf(session).steps.push_back(std::move(step));
     return kExitOk;
 }
 
@@ -158,7 +162,7 @@ int noteDirectEdit(Session& session, char const* name) {
     if (!session.options.record.empty()) {
         return session.fail(std::string(name) + " cannot be recorded; record a drag with move instead");
     }
-    historyOf(session).steps.push_back({name, nullptr, nullptr, {}});
+    historyOf(session).steps.push_back({name, nullptr, {}, {}});
     return kExitOk;
 }
 
@@ -339,6 +343,109 @@ int runMove(Session& session, MoveStep const& step) {
                    "move");
 }
 
+namespace {
+
+// Path-level edits leave no record, so a call that records refuses them rather than write a file that
+// would replay to another drawing.
+int refuseRecording(Session& session, char const* name) {
+    if (!session.options.record.empty()) {
+        return session.fail(std::string(name) + " cannot be recorded: path-level edits keep no record");
+    }
+    return kExitOk;
+}
+
+SimplePathPosition positionAt(int segment, double t) {
+    SimplePathPosition position;
+    position.setValues(segment, t);
+    return position;
+}
+
+int singlePath(Session& session, int path, std::size_t& out) {
+    std::vector<std::size_t> paths;
+    if (int const code = pathsToSearch(session, path, paths); code != kExitOk) {
+        return code;
+    }
+    out = paths.front();
+    return kExitOk;
+}
+
+} // namespace
+
+int runSlice(Session& session, SliceStep const& step) {
+    if (int const code = refuseRecording(session, "slice"); code != kExitOk) {
+        return code;
+    }
+    std::size_t paths[2] = {0, 0};
+    SimplePathPosition cuts[2];
+    for (int i = 0; i < 2; ++i) {
+        SlicePoint const& at = step.at[i];
+        if (int const code = singlePath(session, at.path, paths[i]); code != kExitOk) {
+            return code;
+        }
+        int const segments = segmentCount(*session.paths[paths[i]]);
+        if (at.segment < 0 || at.segment >= segments) {
+            return session.fail("slice: segment " + std::to_string(at.segment) + " is out of range: path " +
+                                std::to_string(at.path) + " has " + std::to_string(segments) + " segments");
+        }
+    }
+    if (paths[0] == paths[1] && step.at[0].segment == step.at[1].segment && step.at[0].t == step.at[1].t) {
+        return session.fail("slice: both positions are the same; a slice needs two places to cut between");
+    }
+    // The cut lands on anchors. A position inside a segment first gets a vertex of its own, the later one
+    // on a path first, so that adding it leaves the index of the earlier one as it is.
+    auto group = std::make_unique<SimplePathMetaOperation>();
+    int order[2] = {0, 1};
+    if (paths[0] == paths[1] && (step.at[0].segment < step.at[1].segment ||
+                                 (step.at[0].segment == step.at[1].segment && step.at[0].t < step.at[1].t))) {
+        std::swap(order[0], order[1]);
+    }
+    int anchors[2] = {0, 0};
+    bool added[2] = {false, false};
+    for (int i : order) {
+        SlicePoint const& at = step.at[i];
+        anchors[i] = at.t >= 1.0 ? at.segment + 1 : at.segment;
+        if (at.t > 0.0 && at.t < 1.0) {
+            group->addOperation(SimplePathOperationFactory::createAddVertexAtPositionOperation(
+                handleOf(session, paths[i]), positionAt(at.segment, at.t), false));
+            anchors[i] = at.segment + 1;
+            added[i] = true;
+        }
+    }
+    // A vertex added before the later cut on the same path moves that cut one place on.
+    if (paths[0] == paths[1] && added[order[1]]) {
+        anchors[order[0]] += 1;
+    }
+    for (int i = 0; i < 2; ++i) {
+        int const count = session.paths[paths[i]]->numTriples() + (added[i] ? 1 : 0) +
+                          (paths[0] == paths[1] && added[1 - i] ? 1 : 0);
+        cuts[i] = positionAt(anchors[i] % count, 0.0);
+    }
+    group->addOperation(SimplePathOperationFactory::createSlicePathOperation(
+        handleOf(session, paths[0]), cuts[0], handleOf(session, paths[1]), cuts[1]));
+    return perform(session, std::move(group), "slice");
+}
+
+int runClose(Session& session, CloseStep const& step) {
+    std::size_t path = 0;
+    int code = refuseRecording(session, "close");
+    if (code != kExitOk || (code = singlePath(session, step.path, path)) != kExitOk) {
+        return code;
+    }
+    std::list<PHashablePointer<SimplePath>> paths{handleOf(session, path)};
+    return perform(session, Operation(SimplePathOperationFactory::createClosePathsOperation(paths)), "close");
+}
+
+int runDeletePath(Session& session, DeletePathStep const& step) {
+    std::size_t path = 0;
+    int code = refuseRecording(session, "delete-path");
+    if (code != kExitOk || (code = singlePath(session, step.path, path)) != kExitOk) {
+        return code;
+    }
+    return perform(session,
+                   Operation(SimplePathOperationFactory::createDeleteOperation(handleOf(session, path))),
+                   "delete-path");
+}
+
 int runUndo(Session& session, UndoStep const&) {
     EditHistory& history = historyOf(session);
     if (history.steps.empty()) {
@@ -414,6 +521,11 @@ int runReplay(Session& session, ReplayStep const& step) {
     if (!error.empty()) {
         return session.fail("replay: " + step.file + ": " + error);
     }
+    // Each record is rebuilt against the drawing as the records before it left it, and made at once, so
+    // that an edit of a vertex an earlier edit made finds it. The edits then become one group operation,
+    // one step for undo.
+    EditHistory& history = historyOf(session);
+    std::size_t const first = history.steps.size();
     for (std::size_t i = 0; i < records.size(); ++i) {
         Record& record = *records[i];
         std::string const which =
@@ -432,6 +544,19 @@ int runReplay(Session& session, ReplayStep const& step) {
             return code;
         }
     }
+    if (history.steps.size() > first) {
+        auto group = std::make_unique<SimplePathMetaOperation>();
+        EditHistory::Step step{"replay", nullptr, {}, history.steps[first].orderBefore};
+        for (std::size_t i = first; i < history.steps.size(); ++i) {
+            group->addOperation(history.steps[i].operation.release());
+            for (auto& record : history.steps[i].records) {
+                step.records.push_back(std::move(record));
+            }
+        }
+        step.operation = std::move(group);
+        history.steps.resize(first);
+        history.steps.push_back(std::move(step));
+    }
     return kExitOk;
 }
 
@@ -442,8 +567,8 @@ int writeRecords(Session& session) {
     std::vector<Record const*> records;
     if (session.history) {
         for (EditHistory::Step const& step : session.history->steps) {
-            if (step.record) {
-                records.push_back(step.record.get());
+            for (auto const& record : step.records) {
+                records.push_back(record.get());
             }
         }
     }

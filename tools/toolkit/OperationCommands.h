@@ -14,6 +14,9 @@ int runJoinOperation(Session& session, JoinStep const& step);
 int runMove(Session& session, MoveStep const& step);
 int runReplay(Session& session, ReplayStep const& step);
 int runUndo(Session& session, UndoStep const& step);
+int runSlice(Session& session, SliceStep const& step);
+int runClose(Session& session, CloseStep const& step);
+int runDeletePath(Session& session, DeletePathStep const& step);
 
 // Notes an edit made without an operation (drag, transform): it cannot be undone or recorded, so a call
 // with --record refuses it.

@@ -285,21 +285,63 @@ std::string recordTypeName(int type) {
 }
 
 std::string writeRecordFile(std::vector<Record const*> const& records) {
-    json list = json::array();
-    for (Record const* record : records) {
+    // The chain is one group record (type 2) holding one entry per edit, one entry a line: a file of many
+    // edits stays readable and compares well line by line.
+    std::string text =
+        "{\"records\": [\n  {\"type\": 2, \"count\": " + std::to_string(records.size()) + ", \"records\": [";
+    for (std::size_t i = 0; i < records.size(); ++i) {
+        Record const* record = records[i];
         json item{{"type", record->getType()}};
         // The fields are only read here; the visitor takes them by reference for both directions.
         withType(record->getType(), const_cast<Record*>(record),
                  [&](auto* typed) { fields(*typed, Writer{item}); });
-        list.push_back(std::move(item));
+        text += (i == 0 ? "\n    " : ",\n    ") + item.dump();
     }
-    // One record a line: a file of many edits stays readable and compares well line by line.
-    std::string text = "{\"records\": [";
-    for (std::size_t i = 0; i < list.size(); ++i) {
-        text += (i == 0 ? "\n  " : ",\n  ") + list[i].dump();
-    }
-    return text + "\n]}\n";
+    return text + "\n  ]}\n]}\n";
 }
+
+namespace {
+
+// Reads a list of records into `records`, numbering them on from `number`; a group record (type 2) adds
+// its entries in their order, so that the edits of a chain are numbered as they were made.
+bool readRecords(json const& list, std::vector<std::unique_ptr<Record>>& records, std::size_t& number,
+                 std::string& error) {
+    for (json const& item : list) {
+        std::string const which = "record " + std::to_string(number + 1);
+        if (!item.is_object() || !item.contains("type") || !item["type"].is_number_integer()) {
+            error = which + " has no type";
+            return false;
+        }
+        int const type = item["type"].get<int>();
+        if (type == 2) {
+            if (!item.contains("records") || !item["records"].is_array()) {
+                error = which + " (a group of edits) has no \"records\" list";
+                return false;
+            }
+            if (!readRecords(item["records"], records, number, error)) {
+                return false;
+            }
+            continue;
+        }
+        ++number;
+        std::unique_ptr<Record> record = newRecord(type);
+        if (!record) {
+            error = which + " has the unknown type " + std::to_string(type);
+            return false;
+        }
+        try {
+            withType(type, record.get(), [&](auto* typed) { fields(*typed, Reader{item}); });
+        } catch (BadField const& bad) {
+            error = which + " (" + recordTypeName(type) + "): its field \"" + bad.name +
+                    "\" is missing or not what it should be";
+            return false;
+        }
+        records.push_back(std::move(record));
+    }
+    return true;
+}
+
+} // namespace
 
 std::vector<std::unique_ptr<Record>> readRecordFile(std::string const& text, std::string& error) {
     json document;
@@ -315,27 +357,8 @@ std::vector<std::unique_ptr<Record>> readRecordFile(std::string const& text, std
     }
     std::vector<std::unique_ptr<Record>> records;
     std::size_t number = 0;
-    for (json const& item : document["records"]) {
-        ++number;
-        std::string const which = "record " + std::to_string(number);
-        if (!item.is_object() || !item.contains("type") || !item["type"].is_number_integer()) {
-            error = which + " has no type";
-            return {};
-        }
-        int const type = item["type"].get<int>();
-        std::unique_ptr<Record> record = newRecord(type);
-        if (!record) {
-            error = which + " has the unknown type " + std::to_string(type);
-            return {};
-        }
-        try {
-            withType(type, record.get(), [&](auto* typed) { fields(*typed, Reader{item}); });
-        } catch (BadField const& bad) {
-            error = which + " (" + recordTypeName(type) + "): its field \"" + bad.name +
-                    "\" is missing or not what it should be";
-            return {};
-        }
-        records.push_back(std::move(record));
+    if (!readRecords(document["records"], records, number, error)) {
+        return {};
     }
     return records;
 }

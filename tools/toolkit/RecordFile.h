@@ -10,8 +10,9 @@ namespace sptool {
 
 using Record = SimplePathOperation::SegmentIndependentInformation;
 
-// The tool's file of recorded edits: a JSON object {"records": [...]}, one object per edit in the order
-// made, each holding the record's type tag as "type" and every field of the record under its own name.
+// The tool's file of recorded edits: a JSON object {"records": [...]} holding one group record (type 2,
+// with "count" and its own "records" list) whose entries are the edits in the order made, each holding the
+// record's type tag as "type" and every field of the record under its own name. Reading flattens groups.
 // Points and offsets are [x, y] pairs, curve positions {"index", "parameter"}, triples {"first",
 // "anchor", "last", "mode"}. Numbers are written with every digit that matters, so a replay reads back
 // exactly the coordinates that were recorded.

@@ -205,6 +205,9 @@ int runStep(Session& session, Step const& step) {
                           [&](MoveStep const& s) { return runMove(session, s); },
                           [&](ReplayStep const& s) { return runReplay(session, s); },
                           [&](UndoStep const& s) { return runUndo(session, s); },
+                          [&](SliceStep const& s) { return runSlice(session, s); },
+                          [&](CloseStep const& s) { return runClose(session, s); },
+                          [&](DeletePathStep const& s) { return runDeletePath(session, s); },
                       },
                       step);
 }
@@ -221,6 +224,9 @@ char const* editName(Step const& step) {
                           [](MoveStep const&) { return "move"; },
                           [](ReplayStep const&) { return "replay"; },
                           [](UndoStep const&) { return "undo"; },
+                          [](SliceStep const&) { return "slice"; },
+                          [](CloseStep const&) { return "close"; },
+                          [](DeletePathStep const&) { return "delete-path"; },
                           [](auto const&) { return "edit"; },
                       },
                       step);
