@@ -44,6 +44,7 @@
 #include "simplepath/path/SimplePathMemento.h"
 #include "simplepath/path/SimplePathPosition.h"
 #include "simplepath/path/SimplePathSerializer.h"
+#include "simplepath/path/SimplePathSpatialIndex.h"
 #include "simplepath/path/SimplePathTripleList.h"
 #include "simplepath/path/SimplePathVertex.h"
 #include "simplepath/path/SimplePathVertexTriple.h"

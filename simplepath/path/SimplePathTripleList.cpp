@@ -8,12 +8,25 @@
 SimplePathTripleList::SimplePathTripleList(SimplePathTripleList&& other) noexcept
     : triples(std::move(other.triples)) {
     other.triples.clear();
+    ++other.changes;
 }
 
+// The counter of the list that receives the triples moves past both counters, so that no earlier reading
+// of either list can match it again.
 SimplePathTripleList& SimplePathTripleList::operator=(SimplePathTripleList&& other) noexcept {
     if (this != &other) {
         triples.swap(other.triples);
         other.triples.clear();
+        changes = (changes > other.changes ? changes : other.changes) + 1;
+        ++other.changes;
+    }
+    return *this;
+}
+
+SimplePathTripleList& SimplePathTripleList::operator=(SimplePathTripleList const& other) {
+    if (this != &other) {
+        triples = other.triples;
+        changes = (changes > other.changes ? changes : other.changes) + 1;
     }
     return *this;
 }
@@ -33,22 +46,26 @@ void SimplePathTripleList::reserve(int count) {
 
 void SimplePathTripleList::push_front(SimplePathVertexTriple const& triple) {
     triples.insert(triples.begin(), triple);
+    ++changes;
 }
 
 SimplePathTripleList::Iterator SimplePathTripleList::insert(Iterator position,
                                                             SimplePathVertexTriple const& triple) {
     auto const inserted = triples.insert(triples.begin() + offset(position), triple);
+    ++changes;
     return Iterator(triples.data() + (inserted - triples.begin()));
 }
 
 SimplePathTripleList::Iterator SimplePathTripleList::remove(Iterator position) {
     auto const next = triples.erase(triples.begin() + offset(position));
+    ++changes;
     return Iterator(triples.data() + (next - triples.begin()));
 }
 
 void SimplePathTripleList::cut_and_append(Iterator position) {
     auto const at = triples.begin() + offset(position);
     std::rotate(at, at + 1, triples.end());
+    ++changes;
 }
 
 void SimplePathTripleList::setTripleLocations(Iterator position, DPoint const& first, DPoint const& anchor,
@@ -56,4 +73,5 @@ void SimplePathTripleList::setTripleLocations(Iterator position, DPoint const& f
     position.at->first->setLocation(first);
     position.at->anchor->setLocation(anchor);
     position.at->last->setLocation(last);
+    ++changes;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <iterator>
 #include <type_traits>
 #include <vector>
@@ -16,6 +17,10 @@
 // deletes the vertices of every triple still in it. Copies are shallow (the same vertex pointers),
 // meant for scratch lists that are emptied with removeAll() before they die; a shallow copy destroyed
 // with triples in it would delete vertices that another list still uses.
+//
+// Change count. Every member that changes the list (its triples, their order, modes or the locations of
+// their vertices) raises a counter, so that a structure derived from the path, such as a spatial index,
+// can tell in constant time whether it still describes the path. Reserving storage changes nothing.
 //
 // Growing the storage can throw std::bad_alloc; nothing else here throws.
 class SimplePathTripleList {
@@ -73,7 +78,7 @@ class SimplePathTripleList {
 
     SimplePathTripleList() = default;
     SimplePathTripleList(SimplePathTripleList const& other) = default;
-    SimplePathTripleList& operator=(SimplePathTripleList const& other) = default;
+    SimplePathTripleList& operator=(SimplePathTripleList const& other);
     // Takes the triples (and with them the duty to delete their vertices); the source is left empty.
     SimplePathTripleList(SimplePathTripleList&& other) noexcept;
     SimplePathTripleList& operator=(SimplePathTripleList&& other) noexcept;
@@ -81,6 +86,8 @@ class SimplePathTripleList {
 
     int length() const { return static_cast<int>(triples.size()); }
     void reserve(int count);
+    // Grows with every change of the list; two equal readings mean that nothing changed in between.
+    std::uint64_t changeCount() const { return changes; }
 
     // No bounds checks: the index must be in [0, length()).
     SimplePathVertexTriple operator[](int index) { return triples[static_cast<std::size_t>(index)]; }
@@ -104,26 +111,37 @@ class SimplePathTripleList {
     ConstIterator iteratorAt(int index) const { return ConstIterator(triples.data() + index); }
     int indexOf(ConstIterator position) const { return static_cast<int>(position.at - triples.data()); }
 
-    void push_back(SimplePathVertexTriple const& triple) { triples.push_back(triple); }
+    void push_back(SimplePathVertexTriple const& triple) {
+        triples.push_back(triple);
+        ++changes;
+    }
     void push_front(SimplePathVertexTriple const& triple);
     // Inserts before `position`; returns the iterator of the new triple.
     Iterator insert(Iterator position, SimplePathVertexTriple const& triple);
     // Erases one triple without deleting its vertices; returns the iterator of the triple after it.
     Iterator remove(Iterator position);
     // Erases every triple without deleting any vertex.
-    void removeAll() { triples.clear(); }
+    void removeAll() {
+        triples.clear();
+        ++changes;
+    }
     // Moves the triple at `position` to the end (one step of turning a closed path's start).
     void cut_and_append(Iterator position);
 
-    void setTriple(Iterator position, SimplePathVertexTriple const& triple) { *position.at = triple; }
+    void setTriple(Iterator position, SimplePathVertexTriple const& triple) {
+        *position.at = triple;
+        ++changes;
+    }
     // Moves the triple's first, anchor and last vertices, in that order.
     void setTripleLocations(Iterator position, DPoint const& first, DPoint const& anchor, DPoint const& last);
     void setTripleMode(Iterator position, SimplePathVertexTriple::VertexTripleMode mode) {
         position.at->mode = mode;
+        ++changes;
     }
 
   private:
     std::ptrdiff_t offset(ConstIterator position) const { return position.at - triples.data(); }
 
     std::vector<SimplePathVertexTriple> triples;
+    std::uint64_t changes = 0;
 };

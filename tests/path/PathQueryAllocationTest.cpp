@@ -9,6 +9,7 @@
 #include <new>
 
 #include "simplepath/path/SimplePath.h"
+#include "simplepath/path/SimplePathSpatialIndex.h"
 #include "support/PathQueryHelpers.h"
 #include "support/WigglyPath.h"
 
@@ -79,4 +80,27 @@ TEST(QueryAllocations, NoneInTheWalks) {
     });
     EXPECT_GE(crossings.size(), 2u);
     EXPECT_LE(made, 1 + static_cast<long>(crossings.size()));
+}
+
+TEST(QueryAllocations, NoneInTheIndexedQueriesOrTheRefit) {
+    SimplePath path;
+    support::buildWigglyBlob(path, 1000, 17);
+    SimplePathSpatialIndex index;
+    ASSERT_EQ(SimplePath::Success, index.build(path));
+    SimplePathPosition position;
+    SimplePathVertex* vertex = nullptr;
+    double d = 0.0;
+    EXPECT_EQ(0, allocationsOf([&] { index.isCurrent(); }));
+    EXPECT_EQ(0, allocationsOf([&] { (void)index.findClosestPosition({3, 4}, position, d); }));
+    EXPECT_EQ(0, allocationsOf([&] { (void)index.pickVertex({3, 4}, 50.0, vertex); }));
+    EXPECT_EQ(0, allocationsOf([&] { (void)index.pickPosition({3, 4}, 50.0, position); }));
+    EXPECT_LE(allocationsOf([&] { index.inBox({-900, -900}, {900, 900}); }), 1);
+    std::list<SimplePathPosition> crossings;
+    long const made = allocationsOf([&] { (void)index.findIntersections({-2000, 1}, {2000, 3}, crossings); });
+    EXPECT_GE(crossings.size(), 2u);
+    EXPECT_LE(made, 1 + static_cast<long>(crossings.size()));
+    ASSERT_EQ(SimplePath::Success, path.translate(DVector(1.0, 2.0)));
+    EXPECT_FALSE(index.isCurrent());
+    EXPECT_EQ(0, allocationsOf([&] { EXPECT_EQ(SimplePath::Success, index.refit()); }));
+    EXPECT_TRUE(index.isCurrent());
 }
