@@ -15,8 +15,7 @@ namespace {
 
 // The strict locate on the mapped curve, reading triples through `tripleAt(i)` so that the plain and
 // the fast-session forms share it. No tolerance and no carrying: a position must name a place on the
-// path exactly. A lone open triple is its anchor whatever the position says; a closed one has a
-// segment, from the anchor back to itself, and is located on it.
+// path exactly. A one-triple path is its anchor whatever the position says.
 template <class TripleAt>
 SimplePath::Result locateOnMappedCurve(SimplePathSegmentReader const& reader, TripleAt const& tripleAt,
                                        SimplePathPosition const& position, DPoint& out) {
@@ -24,7 +23,7 @@ SimplePath::Result locateOnMappedCurve(SimplePathSegmentReader const& reader, Tr
     if (n == 0) {
         return SimplePath::Failure;
     }
-    if (reader.segmentCount() == 0) {
+    if (n == 1) {
         out = reader.mapped(SimplePathSegmentReader::anchorLocation(tripleAt(0)));
         return SimplePath::Success;
     }

@@ -92,7 +92,7 @@ SimplePath::Result SimplePath::pretransformPickPosition(DPoint const& point, dou
     if (n == 0) {
         return Failure;
     }
-    if (reader.segmentCount() > 0) {
+    if (n > 1) {
         bool found = false;
         reader.backward([&](int s, PBezier const& b) {
             double const t = b.findParameter(point, 0.5, tolerance);

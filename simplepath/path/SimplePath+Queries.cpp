@@ -40,7 +40,7 @@ SimplePath::Result extentOf(SimplePathSegmentReader const& reader, double sentin
     SimplePath::Result result = SimplePath::Success;
     if (reader.numTriples() == 0) {
         result = SimplePath::Failure;
-    } else if (reader.segmentCount() == 0) { // one open triple: the anchor is all there is
+    } else if (reader.numTriples() == 1) {
         DPoint const p = reader.anchor(0);
         minX = maxX = p.x;
         minY = maxY = p.y;
@@ -124,7 +124,7 @@ SimplePath::Result SimplePath::getTopBottom(DPoint& top, DPoint& bottom) const {
     if (reader.numTriples() == 0) {
         return Failure;
     }
-    if (reader.segmentCount() == 0) {
+    if (reader.numTriples() == 1) {
         top = bottom = reader.anchor(0);
         return Success;
     }
@@ -190,7 +190,7 @@ int SimplePath::pretransformInBox(ArbTrans<DPoint> const& transform, DPoint cons
     if (reader.numTriples() == 0) {
         return 0;
     }
-    if (reader.segmentCount() == 0) {
+    if (reader.numTriples() == 1) {
         return inside(reader.anchor(0)) ? 1 : 0;
     }
     std::vector<DPoint> points; // reused by every segment, grown only when a flattening needs more room
@@ -235,7 +235,7 @@ SimplePath::Result SimplePath::findClosestPosition(DPoint const& point, SimplePa
     if (n == 0) {
         return Failure;
     }
-    if (reader.segmentCount() == 0) {
+    if (n == 1) {
         position = SimplePathPosition(0, 0.0);
         squaredDistance = 0.0;
         return Success;
@@ -304,7 +304,7 @@ SimplePath::Result SimplePath::pretransformFindClosestPosition(DPoint const& poi
     if (n == 0) {
         return Failure;
     }
-    if (reader.segmentCount() == 0) {
+    if (n == 1) {
         position = SimplePathPosition(0, 0.0);
         return Success;
     }

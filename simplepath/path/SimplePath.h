@@ -35,7 +35,9 @@ struct SimplePathFastSession;
 //
 // The empty path is valid, and may still carry a closed flag; members that need triples report it as
 // Failure. A one-triple path is a single vertex: open, it has no segment; closed, one segment from the
-// anchor back to itself.
+// anchor back to itself. The bounds, top and bottom, box test, closest-position, strict locate and
+// curve-picking queries take any one-triple path, closed or not, as its anchor alone; length and line
+// crossings follow the closing segment.
 class SimplePath {
   public:
     // [[nodiscard]]: a result dropped on the floor is a failure nobody sees; a caller that truly does
@@ -107,8 +109,8 @@ class SimplePath {
     // the end anchor. A parameter that is not a finite number fails.
     Result locatePosition(SimplePathPosition const& position, DPoint& out) const;
     Result getSimplePathPositionLocation(SimplePathPosition const& position, DPoint& out) const;
-    // The point at a position of the mapped curve. Strict: no tolerance, no carrying. A lone open triple
-    // gives its mapped anchor for any position; a lone closed triple has one segment, back to itself.
+    // The point at a position of the mapped curve. Strict: no tolerance, no carrying. A one-triple path
+    // gives its mapped anchor for any position.
     Result pretransformLocatePosition(ArbTrans<DPoint> const& transform, SimplePathPosition const& position,
                                       DPoint& out) const;
 
@@ -140,9 +142,8 @@ class SimplePath {
                           DPoint const& boxMax) const;
 
     // The position of the curve nearest the point, and its squared distance. Ties go to the lowest
-    // segment, so an anchor hit exactly is reported as (s, 1.0) of the segment ending there. A lone open
-    // triple answers (0, 0.0) at squared distance 0.0 whatever the point; a lone closed triple is
-    // searched along its one segment like any other path.
+    // segment, so an anchor hit exactly is reported as (s, 1.0) of the segment ending there. A one-triple
+    // path answers (0, 0.0) at squared distance 0.0 whatever the point.
     Result findClosestPosition(DPoint const& point, SimplePathPosition& position) const;
     Result findClosestPosition(DPoint const& point, SimplePathPosition& position,
                                double& squaredDistance) const;

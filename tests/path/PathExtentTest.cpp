@@ -76,7 +76,7 @@ TEST(Extent, SentinelsOnEmptyPathsAndTheAnchorOfASingleTriple) {
     EXPECT_EQ(DPoint(-kIntMax, -kIntMax), top);
     EXPECT_EQ(DPoint(kIntMax, kIntMax), bottom);
 
-    SimplePath const single = pathOf({{{-50, 9}, {3, 4}, {80, -70}}}, 0); // open: far handles shape nothing
+    SimplePath const single = pathOf({{{-50, 9}, {3, 4}, {80, -70}}}, 1); // far handles shape nothing
     ASSERT_EQ(SimplePath::Success, single.getMinMax(b.minX, b.minY, b.maxX, b.maxY));
     expectExtent({3, 4, 3, 4}, b, 0.0);
     DPoint const mapped = bend.transform(DPoint(3, 4));

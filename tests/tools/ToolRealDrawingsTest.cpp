@@ -53,21 +53,6 @@ TEST_F(ToolProcess, PathDataWrittenReadsBackToTheSameVertices) {
     }
 }
 
-TEST_F(ToolProcess, ALoopOfOneVertexIsMeasuredAlongItsSegment) {
-    // M0 0C10 10 20 0 0 0Z: x(t) = 30t(1 - t^2), largest 20/sqrt(3) at t = 1/sqrt(3); y(t) = 30t(1 - t)^2,
-    // largest 40/9 at t = 1/3.
-    nlohmann::json const info = infoJson({"--d", "M0 0C10 10 20 0 0 0Z"});
-    auto const& path = info["paths"][0];
-    EXPECT_NEAR(path["bounds"][2].get<double>(), 20.0 / std::sqrt(3.0), 1e-9);
-    EXPECT_NEAR(path["bounds"][3].get<double>(), 40.0 / 9.0, 1e-9);
-    EXPECT_NEAR(path["top"][1].get<double>(), 40.0 / 9.0, 1e-9);
-    Outcome const nearest = run({"--d", "M0 0C10 10 20 0 0 0Z", "--json", "nearest", "10", "5"});
-    nlohmann::json const hit = nlohmann::json::parse(nearest.out, nullptr, false);
-    ASSERT_EQ(nearest.code, 0) << nearest.err;
-    EXPECT_GT(hit["position"]["t"].get<double>(), 0.0);
-    EXPECT_LT(hit["distance"].get<double>(), 2.0); // the anchor is 11.2 away
-}
-
 TEST_F(ToolProcess, NumbersAtTheEdgesOfTheDoubleRange) {
     // Overflow, while reading or editing, is refused with one line naming it; nothing is written.
     struct Refused {

@@ -1,6 +1,7 @@
 // The commands that change the drawing: insert, delete, mode, split, join, drag and transform. They print
 // nothing; the drawing they arrive at is what later commands see and what the call finally writes.
 #include "toolkit/Hooks.h"
+#include "toolkit/MeasuredPath.h"
 #include "toolkit/Targets.h"
 
 #include "simplepath/edit/SimplePathChangeInstruction.h"
@@ -263,7 +264,7 @@ int runTransform(Session& session, TransformStep const& step) {
         double maxX = -minX, maxY = -minX;
         for (std::size_t p : paths) {
             double x0 = 0, y0 = 0, x1 = 0, y1 = 0;
-            if (pathOf(session, p).getMinMax(x0, y0, x1, y1) == SimplePath::Success) {
+            if (MeasuredPath(pathOf(session, p)).path().getMinMax(x0, y0, x1, y1) == SimplePath::Success) {
                 minX = std::min(minX, x0);
                 minY = std::min(minY, y0);
                 maxX = std::max(maxX, x1);

@@ -1,6 +1,7 @@
 // The commands that report on the drawing without changing it: info, nearest, intersect and pick. Each
 // prints plain lines, or one JSON document with --json.
 #include "toolkit/Hooks.h"
+#include "toolkit/MeasuredPath.h"
 #include "toolkit/PathStream.h"
 #include "toolkit/Targets.h"
 
@@ -158,9 +159,10 @@ int InfoWriter::add(SimplePath const& path) {
         text += ']';
     }
     if (n > 0) {
-        Measures const m = measure(path);
+        MeasuredPath const measured(path);
+        Measures const m = measure(measured.path());
         DPoint top, bottom;
-        (void)path.getTopBottom(top, bottom); // the path has vertices, so this succeeds
+        (void)measured.path().getTopBottom(top, bottom); // the path has vertices, so this succeeds
         if (!std::isfinite(m.length)) {
             return session_.fail("info: the length of path " + std::to_string(i) +
                                  " overflows the range of double precision");
@@ -237,12 +239,13 @@ int runNearest(Session& session, NearestStep const& step) {
     SimplePathPosition bestPosition;
     double bestSquared = 0.0;
     for (auto it = paths.rbegin(); it != paths.rend(); ++it) {
+        MeasuredPath const measured(*session.paths[*it]);
         SimplePathPosition position;
         double squared = 0.0;
-        if (session.paths[*it]->findClosestPosition(step.point, position, squared) == SimplePath::Success &&
+        if (measured.path().findClosestPosition(step.point, position, squared) == SimplePath::Success &&
             (!best || squared < bestSquared)) {
             best = *it;
-            bestPosition = position;
+            bestPosition = measured.original(position);
             bestSquared = squared;
         }
     }
@@ -281,11 +284,15 @@ int runIntersect(Session& session, IntersectStep const& step) {
     std::size_t count = 0;
     for (auto it = paths.rbegin(); it != paths.rend(); ++it) {
         SimplePath const& path = *session.paths[*it];
+        MeasuredPath const measured(path);
         std::list<SimplePathPosition> found;
         if (path.numTriples() == 0 ||
-            path.pretransformFindIntersections(step.from, step.to, IdTrans<DPoint>(), found) !=
+            measured.path().pretransformFindIntersections(step.from, step.to, IdTrans<DPoint>(), found) !=
                 SimplePath::Success) {
             continue;
+        }
+        for (SimplePathPosition& position : found) {
+            position = measured.original(position);
         }
         // Reported along the path, each crossing once (an end anchor on the line is also found as the
         // start of its segment).
@@ -338,8 +345,10 @@ int runPick(Session& session, PickStep const& step) {
     }
     for (std::size_t p : paths) {
         SimplePath const& path = *session.paths[p];
+        MeasuredPath const measured(path);
         SimplePathPosition position;
-        if (path.pickPosition(step.point, step.tolerance, position) == SimplePath::Success) {
+        if (measured.path().pickPosition(step.point, step.tolerance, position) == SimplePath::Success) {
+            position = measured.original(position);
             DPoint const point = located(path, position);
             if (session.options.json) {
                 return report.print(json{{"hit", "curve"},

@@ -1,5 +1,7 @@
 #include "toolkit/Targets.h"
 
+#include "toolkit/MeasuredPath.h"
+
 #include <cmath>
 
 namespace sptool {
@@ -132,10 +134,12 @@ int resolvePosition(Session& session, Target const& target, PositionTarget& out)
     }
     for (std::size_t p : paths) {
         SimplePath const& path = *session.paths[p];
+        MeasuredPath const measured(path);
         int const segments = segmentCount(path);
-        if (segments > 0 &&
-            path.pickPosition(*target.near, target.tolerance, out.position) == SimplePath::Success) {
+        if (segments > 0 && measured.path().pickPosition(*target.near, target.tolerance, out.position) ==
+                                SimplePath::Success) {
             out.path = p;
+            out.position = measured.original(out.position);
             if (out.position.getIndex() >= segments) {
                 out.position.setValues(segments - 1, 1.0);
             }
