@@ -42,10 +42,6 @@ void addUnique(std::vector<SimplePathVertex*>& list, SimplePathVertex* vertex) {
     }
 }
 
-bool contains(std::vector<SimplePathVertex*> const& sorted, SimplePathVertex* vertex) {
-    return std::binary_search(sorted.begin(), sorted.end(), vertex);
-}
-
 } // namespace
 
 SliceSimplePathOperation::SliceSimplePathOperation(PHashablePointer<SimplePath> path1,
@@ -206,6 +202,7 @@ bool SliceSimplePathOperation::splitAt(Side const& side, SimplePathChangeInstruc
     Copies const& c = *side.copies;
     bool const open = side.path->isClosedSimplePath() == 0;
     SimplePathVertex* const anchor = side.anchor;
+    seen.push_back(anchor); // an open path gives up the anchor it is cut at
     bool const done = side.path->splitVertex(anchor, change, results[1], results[2], c.anchorA, c.handleA,
                                              c.anchorB, c.handleB) == SimplePath::Success;
     if (done && open) {
@@ -404,48 +401,54 @@ void SliceSimplePathOperation::touch(PHashablePointer<SimplePath> const& path) {
     }
 }
 
-// Collects the vertices of every involved path; called after each step, so that every vertex made on
-// the way (the temporary closing vertices and their copies) is known even once it is deleted again.
+// Collects the end triples of every involved path; called after each step. Whatever a step makes (the
+// temporary closing vertex, the copies of a split anchor) first stands at an end of a path, and whatever
+// a step removes stood at an end just before, except the anchor an open path is cut at, which splitAt
+// notes itself. So every vertex the execution may leave behind is known without walking whole paths.
 void SliceSimplePathOperation::note() {
     for (SimplePath* path : {firstPath.getPointer(), secondPath.getPointer(), results[0].getPointer(),
                              results[1].getPointer(), results[2].getPointer()}) {
-        if (path == nullptr) {
-            continue;
-        }
-        for (SimplePathVertexTriple const& t : path->getTripleList()) {
-            seen.insert(seen.end(), {t.first, t.anchor, t.last});
+        int const n = path != nullptr ? path->numTriples() : 0;
+        for (int index : {0, n - 1}) {
+            if (index >= 0 && index < n) {
+                SimplePathVertexTriple const& t = path->getTripleList()[index];
+                seen.insert(seen.end(), {t.first, t.anchor, t.last});
+            }
         }
     }
 }
 
-// Sorts what the execution left: vertices it saw that no path holds now are the operation's (removed
-// by the edit), and so are the anchor copies no piece took.
+// Sorts what the execution left: noted vertices that no path holds now are the operation's (removed by
+// the edit), and so are the anchor copies no piece took. One pass over the paths marks the candidates
+// still held.
 void SliceSimplePathOperation::settle() {
-    std::vector<SimplePathVertex*> held;
+    std::vector<SimplePathVertex*> const ours = copyVertices();
+    seen.insert(seen.end(), ours.begin(), ours.end());
+    std::sort(seen.begin(), seen.end());
+    seen.erase(std::unique(seen.begin(), seen.end()), seen.end());
+    std::vector<char> held(seen.size(), 0);
     for (SimplePath* path : {firstPath.getPointer(), secondPath.getPointer(), results[0].getPointer(),
                              results[1].getPointer(), results[2].getPointer()}) {
-        if (path == nullptr) {
+        if (path == nullptr || (path == secondPath.getPointer() && secondPath == firstPath)) {
             continue;
         }
         for (SimplePathVertexTriple const& t : path->getTripleList()) {
-            held.insert(held.end(), {t.first, t.anchor, t.last});
+            for (SimplePathVertex* v : {t.first, t.anchor, t.last}) {
+                auto const at = std::lower_bound(seen.begin(), seen.end(), v);
+                if (at != seen.end() && *at == v) {
+                    held[static_cast<std::size_t>(at - seen.begin())] = 1;
+                }
+            }
         }
     }
-    std::sort(held.begin(), held.end());
-    std::vector<SimplePathVertex*> const ours = copyVertices();
-    std::sort(seen.begin(), seen.end());
-    seen.erase(std::unique(seen.begin(), seen.end()), seen.end());
     unlinked.clear();
-    for (SimplePathVertex* v : seen) {
-        if (!contains(held, v) && std::find(ours.begin(), ours.end(), v) == ours.end()) {
-            unlinked.push_back(v);
-        }
-    }
     spare.clear();
-    for (SimplePathVertex* v : ours) {
-        if (!contains(held, v)) {
-            spare.push_back(v);
+    for (std::size_t i = 0; i < seen.size(); ++i) {
+        if (held[i] != 0 || seen[i] == nullptr) {
+            continue;
         }
+        bool const copy = std::find(ours.begin(), ours.end(), seen[i]) != ours.end();
+        (copy ? spare : unlinked).push_back(seen[i]);
     }
     seen.clear();
 }

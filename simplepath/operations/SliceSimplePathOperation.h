@@ -103,7 +103,7 @@ class SliceSimplePathOperation : public SimplePathUnrecordedOperation {
     bool ownResult[3] = {false, false, false}; // made here and never reported added
     SimplePathMemento* resultMementos[3] = {nullptr, nullptr, nullptr};
     bool applied = false;
-    std::vector<SimplePathVertex*> seen;     // every vertex an involved path held during the execution
+    std::vector<SimplePathVertex*> seen;     // vertices the execution may have left behind
     std::vector<SimplePathVertex*> unlinked; // taken out of every path by the edit in effect
     std::vector<SimplePathVertex*> spare;    // anchor copies the edit in effect left unused
     std::list<PHashablePointer<SimplePath>> touched;
