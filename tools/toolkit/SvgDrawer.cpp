@@ -39,8 +39,7 @@ struct Box {
     bool empty() const { return !(minX <= maxX && minY <= maxY); }
 };
 
-// The viewBox to draw in: the input's, or the box with a margin of 5% of its larger side (at least 1),
-// as the direct writer frames it.
+// The viewBox to draw in: the input's, or the box with a margin of 5% of its larger side (at least 1).
 std::array<double, 4> drawingBox(SvgFrame const& frame, Box const& box) {
     if (frame.hasViewBox) {
         return frame.viewBox;
@@ -48,8 +47,8 @@ std::array<double, 4> drawingBox(SvgFrame const& frame, Box const& box) {
     if (box.empty()) {
         return {0.0, 0.0, 100.0, 100.0};
     }
-    // Sizes are taken from half coordinates, which cannot overflow, and the frame is clamped to the
-    // largest double, so a drawing that spans most of the double range still gets finite numbers.
+    // As for convert's SVG: sizes from half coordinates, which cannot overflow, and the frame clamped to
+    // the largest double, so a drawing that spans most of the double range still gets finite numbers.
     double const halfWidth = box.maxX / 2 - box.minX / 2, halfHeight = box.maxY / 2 - box.minY / 2;
     double const margin = std::max(1.0, 0.1 * std::max(halfWidth, halfHeight));
     static constexpr double largest = std::numeric_limits<double>::max();
