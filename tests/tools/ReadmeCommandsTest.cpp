@@ -14,18 +14,14 @@ TEST_F(ToolProcess, TheReadmeCommandsPrintWhatTheReadmeShows) {
     std::string const readme = readWholeFile((root / "README.md").string(), error);
     ASSERT_EQ(error, "");
     std::size_t const section = readme.find("## The command-line tool");
-    std::size_t const start = readme.find("```console\n", section);
-    std::size_t const end = readme.find("\n```", start + 1);
+    std::size_t const sectionEnd = readme.find("\n## ", section + 1);
     ASSERT_NE(section, std::string::npos);
-    ASSERT_NE(end, std::string::npos);
-
     // A working folder shaped like a clone after `make demo`.
     fs::path const work = scratch() / "clone";
     fs::create_directories(work / "build" / "tools");
     fs::create_symlink(root / "examples", work / "examples");
     fs::create_symlink(SIMPLEPATH_TOOL_PATH, work / "build" / "tools" / "simplepath");
 
-    std::istringstream lines(readme.substr(start + 11, end - start - 10));
     std::string line, command, expected;
     int commands = 0;
     auto const check = [&] {
@@ -40,21 +36,28 @@ TEST_F(ToolProcess, TheReadmeCommandsPrintWhatTheReadmeShows) {
         command.clear();
         expected.clear();
     };
-    bool continued = false;
-    while (std::getline(lines, line)) {
-        if (continued) {
-            command += " " + line;
-        } else if (line.rfind("$ ", 0) == 0) {
-            check();
-            command = line.substr(2);
-        } else {
-            expected += line + "\n";
+    // Every console block of the section, in order: later blocks may use files the earlier ones wrote.
+    for (std::size_t start = readme.find("```console\n", section); start < sectionEnd;
+         start = readme.find("```console\n", start + 1)) {
+        std::size_t const end = readme.find("\n```", start + 1);
+        ASSERT_NE(end, std::string::npos);
+        std::istringstream lines(readme.substr(start + 11, end - start - 10));
+        bool continued = false;
+        while (std::getline(lines, line)) {
+            if (continued) {
+                command += " " + line;
+            } else if (line.rfind("$ ", 0) == 0) {
+                check();
+                command = line.substr(2);
+            } else {
+                expected += line + "\n";
+            }
+            continued = !line.empty() && line.back() == '\\';
+            if (continued) {
+                command.pop_back();
+            }
         }
-        continued = !line.empty() && line.back() == '\\';
-        if (continued) {
-            command.pop_back();
-        }
+        check();
     }
-    check();
     EXPECT_GE(commands, 5);
 }

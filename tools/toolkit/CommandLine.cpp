@@ -15,7 +15,10 @@ bool isEdit(Step const& step) {
     return std::holds_alternative<InsertStep>(step) || std::holds_alternative<DeleteStep>(step) ||
            std::holds_alternative<ModeStep>(step) || std::holds_alternative<SplitStep>(step) ||
            std::holds_alternative<JoinStep>(step) || std::holds_alternative<DragStep>(step) ||
-           std::holds_alternative<TransformStep>(step);
+           std::holds_alternative<TransformStep>(step) || std::holds_alternative<MoveStep>(step) ||
+           std::holds_alternative<ReplayStep>(step) || std::holds_alternative<UndoStep>(step) ||
+           std::holds_alternative<SliceStep>(step) || std::holds_alternative<CloseStep>(step) ||
+           std::holds_alternative<DeletePathStep>(step);
 }
 
 namespace {
@@ -295,6 +298,78 @@ std::vector<CommandEntry> const& commandTable() {
              app.add_option("--to", *to, "where the point goes")->expected(2)->required();
              return [target, to] { return Step(DragStep{target->finish(), DPoint((*to)[0], (*to)[1])}); };
          }},
+        {"move", "move --vertex I --to X Y [--path P] [--handle in|out] [--snap angle|horizontal|vertical]",
+         "drag a vertex or one of its handles to a point",
+         [](CLI::App& app) -> Finisher {
+             auto step = keep<MoveStep>();
+             auto to = keep<std::vector<double>>();
+             auto handle = keep<std::string>();
+             auto snap = keep<std::string>();
+             app.add_option("--path", step->path, "the path, by index (default 0)");
+             app.add_option("--vertex", step->vertex, "the vertex, by index on the path")->required();
+             app.add_option("--to", *to, "where the pointer goes")->expected(2)->required();
+             app.add_option("--handle", *handle, "drag a handle instead of the anchor")
+                 ->check(CLI::IsMember({"in", "out"}));
+             app.add_option("--snap", *snap, "constrain the pointer")
+                 ->check(CLI::IsMember({"angle", "horizontal", "vertical"}));
+             return [step, to, handle, snap] {
+                 MoveStep result = *step;
+                 result.to = DPoint((*to)[0], (*to)[1]);
+                 result.handle = *handle == "in"    ? PreviewHandle::In
+                                 : *handle == "out" ? PreviewHandle::Out
+                                                    : PreviewHandle::None;
+                 result.snap = *snap == "angle"        ? PreviewSnap::Angle
+                               : *snap == "horizontal" ? PreviewSnap::Horizontal
+                               : *snap == "vertical"   ? PreviewSnap::Vertical
+                                                       : PreviewSnap::None;
+                 return Step(result);
+             };
+         }},
+        {"replay", "replay FILE.json", "run the edits recorded with --record",
+         [](CLI::App& app) -> Finisher {
+             auto step = keep<ReplayStep>();
+             app.add_option("file", step->file, "a file written by --record")->required();
+             return [step] { return Step(*step); };
+         }},
+        {"slice", "slice P:SEG:T Q:SEG:T", "cut one path at two positions, or two paths at one each",
+         [](CLI::App& app) -> Finisher {
+             auto at = keep<std::vector<std::string>>();
+             app.add_option("positions", *at, "two positions, each P:SEG:T")->expected(2)->required();
+             return [at] {
+                 SliceStep step;
+                 for (std::size_t i = 0; i < 2; ++i) {
+                     std::string const& text = (*at)[i];
+                     std::size_t const colon = text.find(':');
+                     std::size_t used = 0;
+                     int path = -1;
+                     try {
+                         path = std::stoi(text.substr(0, colon), &used);
+                     } catch (std::exception const&) {
+                         used = std::string::npos;
+                     }
+                     if (colon == std::string::npos || used != colon) {
+                         throw UsageError{"a slice position is P:SEG:T, not '" + text + "'"};
+                     }
+                     PathPosition const p = TargetOptions::parsePosition(text.substr(colon + 1));
+                     step.at[i] = SlicePoint{path, p.segment, p.t};
+                 }
+                 return Step(step);
+             };
+         }},
+        {"close", "close [--path P]", "close an open path",
+         [](CLI::App& app) -> Finisher {
+             auto step = keep<CloseStep>();
+             app.add_option("--path", step->path, "the path, by index (default 0)");
+             return [step] { return Step(*step); };
+         }},
+        {"delete-path", "delete-path [--path P]", "delete a whole path",
+         [](CLI::App& app) -> Finisher {
+             auto step = keep<DeletePathStep>();
+             app.add_option("--path", step->path, "the path, by index (default 0)");
+             return [step] { return Step(*step); };
+         }},
+        {"undo", "undo", "take back the edit before it",
+         [](CLI::App&) -> Finisher { return [] { return Step(UndoStep{}); }; }},
         {"transform",
          "transform translate DX DY | scale SX [SY] | rotate DEG | matrix A B C D E F [--center X Y] [--path "
          "P]",
@@ -380,7 +455,7 @@ void parseArguments(CLI::App& app, std::vector<std::string> const& args) {
 
 bool isGlobalValueOption(std::string const& token) {
     return token == "-o" || token == "--output" || token == "--format" || token == "--d" ||
-           token == "--decimals";
+           token == "--decimals" || token == "--record";
 }
 
 bool isGlobalOption(std::string const& token) {
@@ -443,6 +518,8 @@ CommandLineResult parseCommandLine(std::vector<std::string> const& args, std::os
             "--decimals", options.decimals,
             "round numbers to this many decimals (reports default to 6, path data and JSON to every digit)")
         ->check(CLI::Range(0, 17));
+    global.add_option("--record", options.record,
+                      "write the edits of this call to this file as records (JSON), for replay");
 
     global.add_flag("--version", "print the tool's version and stop");
 

@@ -21,6 +21,7 @@ struct GlobalOptions {
     bool json = false;
     std::string output; // -o FILE; empty: standard output
     int decimals = -1;  // --decimals N; -1 writes every digit that matters
+    std::string record; // --record FILE: the edits of this call as records, in JSON
 };
 
 // A place on a path: segment index and curve parameter, written "SEG:T" ("2:0.5").
@@ -105,6 +106,36 @@ struct DragStep {
     Target from; // the curve point that is dragged: --at or --near
     DPoint to;
 };
+// Drags one vertex (or one of its handles) to a point as the pointer would, and commits the drag.
+struct MoveStep {
+    int path = 0;
+    int vertex = 0;
+    PreviewHandle handle = PreviewHandle::None;
+    DPoint to;
+    PreviewSnap snap = PreviewSnap::None;
+};
+// Runs the edits recorded in a file (written by --record) on the drawing.
+struct ReplayStep {
+    std::string file;
+};
+// Cuts one path at two positions, or two paths at one position each, each written "P:SEG:T".
+struct SlicePoint {
+    int path = 0;
+    int segment = 0;
+    double t = 0.0;
+};
+struct SliceStep {
+    std::array<SlicePoint, 2> at{};
+};
+// Closes an open path; deletes a whole path.
+struct CloseStep {
+    int path = 0;
+};
+struct DeletePathStep {
+    int path = 0;
+};
+// Takes back the edit step before it.
+struct UndoStep {};
 struct TransformStep {
     TransformKind kind = TransformKind::Translate;
     // translate: dx dy; scale: sx sy (sy = sx when one is given); rotate: degrees; matrix: a b c d e f,
@@ -116,7 +147,8 @@ struct TransformStep {
 
 using Step =
     std::variant<InfoStep, NearestStep, IntersectStep, PickStep, ConvertStep, RenderStep, PreviewStep,
-                 InsertStep, DeleteStep, ModeStep, SplitStep, JoinStep, DragStep, TransformStep>;
+                 InsertStep, DeleteStep, ModeStep, SplitStep, JoinStep, DragStep, TransformStep, MoveStep,
+                 ReplayStep, UndoStep, SliceStep, CloseStep, DeletePathStep>;
 
 // True for the steps that change the drawing.
 bool isEdit(Step const& step);

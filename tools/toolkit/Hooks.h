@@ -40,11 +40,6 @@ int runIntersect(Session& session, IntersectStep const& step);
 int runPick(Session& session, PickStep const& step);
 int runRender(Session& session, RenderStep const& step);
 int runPreview(Session& session, PreviewStep const& step);
-int runInsert(Session& session, InsertStep const& step);
-int runDelete(Session& session, DeleteStep const& step);
-int runMode(Session& session, ModeStep const& step);
-int runSplit(Session& session, SplitStep const& step);
-int runJoin(Session& session, JoinStep const& step);
 int runDrag(Session& session, DragStep const& step);
 int runTransform(Session& session, TransformStep const& step);
 

@@ -16,6 +16,8 @@
 
 namespace sptool {
 
+class EditHistory;
+
 // Exit codes of the tool.
 constexpr int kExitOk = 0;
 constexpr int kExitError = 1; // bad input, bad usage, an output that could not be written
@@ -34,6 +36,9 @@ class Session {
     // The drawing as library paths, in input order; the commands query and edit these. Paths are never
     // shared, so the session owns each one outright.
     std::vector<std::unique_ptr<SimplePath>> paths;
+    // The edits made so far as operations, for undo and --record; made by the first edit. Declared after
+    // `paths` so that the operations go before the paths they point to.
+    std::shared_ptr<EditHistory> history;
 
     std::istream& in;
     std::ostream& out;

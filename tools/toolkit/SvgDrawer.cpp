@@ -47,9 +47,14 @@ std::array<double, 4> drawingBox(SvgFrame const& frame, Box const& box) {
     if (box.empty()) {
         return {0.0, 0.0, 100.0, 100.0};
     }
-    double const margin = std::max(1.0, 0.05 * std::max(box.maxX - box.minX, box.maxY - box.minY));
-    return {box.minX - margin, box.minY - margin, box.maxX - box.minX + 2 * margin,
-            box.maxY - box.minY + 2 * margin};
+    // As for convert's SVG: sizes from half coordinates, which cannot overflow, and the frame clamped to
+    // the largest double, so a drawing that spans most of the double range still gets finite numbers.
+    double const halfWidth = box.maxX / 2 - box.minX / 2, halfHeight = box.maxY / 2 - box.minY / 2;
+    double const margin = std::max(1.0, 0.1 * std::max(halfWidth, halfHeight));
+    static constexpr double largest = std::numeric_limits<double>::max();
+    auto const clamp = [](double v) { return std::clamp(v, -largest, largest); };
+    return {clamp(box.minX - margin), clamp(box.minY - margin), clamp(2 * (halfWidth + margin)),
+            clamp(2 * (halfHeight + margin))};
 }
 
 std::string number(double value) {

@@ -1,6 +1,7 @@
 #include "toolkit/Tool.h"
 
 #include "toolkit/Hooks.h"
+#include "toolkit/OperationCommands.h"
 #include "toolkit/OutputFile.h"
 #include "toolkit/PathDataParser.h"
 #include "toolkit/PathStream.h"
@@ -188,13 +189,25 @@ int runStep(Session& session, Step const& step) {
                           [&](ConvertStep const& s) { return runConvert(session, s); },
                           [&](RenderStep const& s) { return runRender(session, s); },
                           [&](PreviewStep const& s) { return runPreview(session, s); },
-                          [&](InsertStep const& s) { return runInsert(session, s); },
-                          [&](DeleteStep const& s) { return runDelete(session, s); },
-                          [&](ModeStep const& s) { return runMode(session, s); },
-                          [&](SplitStep const& s) { return runSplit(session, s); },
-                          [&](JoinStep const& s) { return runJoin(session, s); },
-                          [&](DragStep const& s) { return runDrag(session, s); },
-                          [&](TransformStep const& s) { return runTransform(session, s); },
+                          [&](InsertStep const& s) { return runInsertOperation(session, s); },
+                          [&](DeleteStep const& s) { return runDeleteOperation(session, s); },
+                          [&](ModeStep const& s) { return runModeOperation(session, s); },
+                          [&](SplitStep const& s) { return runSplitOperation(session, s); },
+                          [&](JoinStep const& s) { return runJoinOperation(session, s); },
+                          [&](DragStep const& s) {
+                              int const code = noteDirectEdit(session, "drag");
+                              return code != kExitOk ? code : runDrag(session, s);
+                          },
+                          [&](TransformStep const& s) {
+                              int const code = noteDirectEdit(session, "transform");
+                              return code != kExitOk ? code : runTransform(session, s);
+                          },
+                          [&](MoveStep const& s) { return runMove(session, s); },
+                          [&](ReplayStep const& s) { return runReplay(session, s); },
+                          [&](UndoStep const& s) { return runUndo(session, s); },
+                          [&](SliceStep const& s) { return runSlice(session, s); },
+                          [&](CloseStep const& s) { return runClose(session, s); },
+                          [&](DeletePathStep const& s) { return runDeletePath(session, s); },
                       },
                       step);
 }
@@ -208,6 +221,12 @@ char const* editName(Step const& step) {
                           [](JoinStep const&) { return "join"; },
                           [](DragStep const&) { return "drag"; },
                           [](TransformStep const&) { return "transform"; },
+                          [](MoveStep const&) { return "move"; },
+                          [](ReplayStep const&) { return "replay"; },
+                          [](UndoStep const&) { return "undo"; },
+                          [](SliceStep const&) { return "slice"; },
+                          [](CloseStep const&) { return "close"; },
+                          [](DeletePathStep const&) { return "delete-path"; },
                           [](auto const&) { return "edit"; },
                       },
                       step);
@@ -246,6 +265,10 @@ int runTool(std::vector<std::string> const& args, std::istream& in, std::ostream
     // A call that ends on an edit, or has no command at all, writes the drawing it arrived at.
     if (code == kExitOk && (invocation.steps.empty() || isEdit(invocation.steps.back()))) {
         code = runConvert(session, ConvertStep{});
+    }
+    // The records are written last, so that a call that failed leaves no record file behind.
+    if (code == kExitOk) {
+        code = writeRecords(session);
     }
     return code;
 }

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "toolkit/CommandLine.h"
+#include "toolkit/Session.h"
+
+namespace sptool {
+
+// The edits that run as the library's undoable operations. Each is one step of the session's history.
+int runInsertOperation(Session& session, InsertStep const& step);
+int runDeleteOperation(Session& session, DeleteStep const& step);
+int runModeOperation(Session& session, ModeStep const& step);
+int runSplitOperation(Session& session, SplitStep const& step);
+int runJoinOperation(Session& session, JoinStep const& step);
+int runMove(Session& session, MoveStep const& step);
+int runReplay(Session& session, ReplayStep const& step);
+int runUndo(Session& session, UndoStep const& step);
+int runSlice(Session& session, SliceStep const& step);
+int runClose(Session& session, CloseStep const& step);
+int runDeletePath(Session& session, DeletePathStep const& step);
+
+// Notes an edit made without an operation (drag, transform): it cannot be undone or recorded, so a call
+// with --record refuses it.
+int noteDirectEdit(Session& session, char const* name);
+
+// Writes the records of the edits made to the --record file, if one was asked for.
+int writeRecords(Session& session);
+
+} // namespace sptool
