@@ -15,87 +15,6 @@ SvgCurveRep* svgRep(SimplePathDrawer::CurveRep* rep) {
     return dynamic_cast<SvgCurveRep*>(rep);
 }
 
-// The smallest box around a set of points, grown point by point.
-struct Box {
-    double minX = std::numeric_limits<double>::infinity();
-    double minY = std::numeric_limits<double>::infinity();
-    double maxX = -std::numeric_limits<double>::infinity();
-    double maxY = -std::numeric_limits<double>::infinity();
-
-    void add(DPoint const& p) {
-        minX = std::min(minX, p.x);
-        minY = std::min(minY, p.y);
-        maxX = std::max(maxX, p.x);
-        maxY = std::max(maxY, p.y);
-    }
-    void add(RenderVertex const& v) {
-        add(v.anchor);
-        add(v.in);
-        add(v.out);
-    }
-    void add(RenderPath const& path) {
-        std::for_each(path.vertices.begin(), path.vertices.end(), [&](RenderVertex const& v) { add(v); });
-    }
-    bool empty() const { return !(minX <= maxX && minY <= maxY); }
-};
-
-// The viewBox to draw in: the input's, or the box with a margin of 5% of its larger side (at least 1).
-std::array<double, 4> drawingBox(SvgFrame const& frame, Box const& box) {
-    if (frame.hasViewBox) {
-        return frame.viewBox;
-    }
-    if (box.empty()) {
-        return {0.0, 0.0, 100.0, 100.0};
-    }
-    // As for convert's SVG: sizes from half coordinates, which cannot overflow, and the frame clamped to
-    // the largest double, so a drawing that spans most of the double range still gets finite numbers.
-    double const halfWidth = box.maxX / 2 - box.minX / 2, halfHeight = box.maxY / 2 - box.minY / 2;
-    double const margin = std::max(1.0, 0.1 * std::max(halfWidth, halfHeight));
-    static constexpr double largest = std::numeric_limits<double>::max();
-    auto const clamp = [](double v) { return std::clamp(v, -largest, largest); };
-    return {clamp(box.minX - margin), clamp(box.minY - margin), clamp(2 * (halfWidth + margin)),
-            clamp(2 * (halfHeight + margin))};
-}
-
-std::string number(double value) {
-    std::string out;
-    appendNumber(out, value, NumberFormat{4});
-    return out;
-}
-
-std::string escapeAttribute(std::string const& text) {
-    std::string out;
-    for (char c : text) {
-        switch (c) {
-        case '&':
-            out += "&amp;";
-            break;
-        case '<':
-            out += "&lt;";
-            break;
-        case '"':
-            out += "&quot;";
-            break;
-        default:
-            out.push_back(c);
-        }
-    }
-    return out;
-}
-
-std::string documentStart(SvgFrame const& frame, std::array<double, 4> const& viewBox) {
-    std::string out = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\"";
-    if (!frame.width.empty() && !frame.height.empty()) {
-        out += " width=\"" + escapeAttribute(frame.width) + "\" height=\"" + escapeAttribute(frame.height) +
-               "\"";
-    }
-    out += " viewBox=\"";
-    for (std::size_t i = 0; i < 4; ++i) {
-        out += (i > 0 ? " " : "") + number(viewBox[i]);
-    }
-    return out + "\">\n";
-}
-
 std::string pathElement(RenderPath const& path) {
     return "<path d=\"" + writePathData(chainOfVertices(path), NumberFormat{6}) + "\"/>\n";
 }
@@ -196,7 +115,7 @@ void SvgDrawer::drawHighlightedVertex(DPoint const& point) {
 }
 
 std::string SvgDrawer::document(SvgFrame const& frame) const {
-    Box box;
+    DrawingBox box;
     std::for_each(permanent_.begin(), permanent_.end(), [&](RenderPath const& p) { box.add(p); });
     std::for_each(curves_.begin(), curves_.end(), [&](StyledPath const& p) { box.add(p.path); });
     std::for_each(vertices_.begin(), vertices_.end(), [&](RenderVertex const& v) { box.add(v); });

@@ -25,32 +25,32 @@ CubicChain chainOfVertices(RenderPath const& path) {
     return chain;
 }
 
-namespace {
+void DrawingBox::add(DPoint const& p) {
+    minX = std::min(minX, p.x);
+    minY = std::min(minY, p.y);
+    maxX = std::max(maxX, p.x);
+    maxY = std::max(maxY, p.y);
+}
 
-// The smallest box around a set of points, grown point by point.
-struct Box {
-    double minX = std::numeric_limits<double>::infinity();
-    double minY = std::numeric_limits<double>::infinity();
-    double maxX = -std::numeric_limits<double>::infinity();
-    double maxY = -std::numeric_limits<double>::infinity();
+void DrawingBox::add(CubicChain const& chain) {
+    add(chain.start);
+    for (CubicSegment const& segment : chain.segments) {
+        std::for_each(segment.begin(), segment.end(), [&](DPoint const& p) { add(p); });
+    }
+}
 
-    void add(DPoint const& p) {
-        minX = std::min(minX, p.x);
-        minY = std::min(minY, p.y);
-        maxX = std::max(maxX, p.x);
-        maxY = std::max(maxY, p.y);
-    }
-    void add(CubicChain const& chain) {
-        add(chain.start);
-        for (CubicSegment const& segment : chain.segments) {
-            std::for_each(segment.begin(), segment.end(), [&](DPoint const& p) { add(p); });
-        }
-    }
-    bool empty() const { return !(minX <= maxX && minY <= maxY); }
-};
+void DrawingBox::add(RenderVertex const& v) {
+    add(v.anchor);
+    add(v.in);
+    add(v.out);
+}
+
+void DrawingBox::add(RenderPath const& path) {
+    std::for_each(path.vertices.begin(), path.vertices.end(), [&](RenderVertex const& v) { add(v); });
+}
 
 // The viewBox to draw in: the input's, or the box with a margin of 5% of its larger side (at least 1).
-std::array<double, 4> drawingBox(SvgFrame const& frame, Box const& box) {
+std::array<double, 4> drawingBox(SvgFrame const& frame, DrawingBox const& box) {
     if (frame.hasViewBox) {
         return frame.viewBox;
     }
@@ -73,6 +73,8 @@ std::string number(double value) {
     return out;
 }
 
+namespace {
+
 std::string escapeAttribute(std::string const& text) {
     std::string out;
     for (char c : text) {
@@ -93,6 +95,8 @@ std::string escapeAttribute(std::string const& text) {
     return out;
 }
 
+} // namespace
+
 std::string documentStart(SvgFrame const& frame, std::array<double, 4> const& viewBox) {
     std::string out = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\"";
     if (!frame.width.empty() && !frame.height.empty()) {
@@ -106,11 +110,9 @@ std::string documentStart(SvgFrame const& frame, std::array<double, 4> const& vi
     return out + "\">\n";
 }
 
-} // namespace
-
 std::string writeSvgDocument(SvgFrame const& frame, std::vector<CubicChain> const& chains,
                              NumberFormat format) {
-    Box box;
+    DrawingBox box;
     std::for_each(chains.begin(), chains.end(), [&](CubicChain const& chain) { box.add(chain); });
     std::array<double, 4> const viewBox = drawingBox(frame, box);
     double const unit = std::max(viewBox[2], viewBox[3]) / 400.0;
@@ -123,7 +125,7 @@ std::string writeSvgDocument(SvgFrame const& frame, std::vector<CubicChain> cons
 }
 
 std::string writeRenderDrawing(SvgFrame const& frame, std::vector<RenderPath> const& paths) {
-    Box box;
+    DrawingBox box;
     for (RenderPath const& path : paths) {
         for (RenderVertex const& v : path.vertices) {
             box.add(v.anchor);
