@@ -81,6 +81,8 @@ TEST_F(ToolProcess, UndoTakesEachEditBackToTheInput) {
         {"split", "--path", "0", "--vertex", "2"},
         {"join", "1:end", "2:start"},
         {"move", "--path", "3", "--vertex", "0", "--handle", "out", "--to", "-4", "8", "--snap", "angle"},
+        {"transform", "rotate", "30"}, // every path, about the drawing's centre
+        {"transform", "matrix", "1", "0.5", "0", "2", "3", "4", "--path", "2"}, // linear part, then the shift
     };
     for (auto const& edit : edits) {
         SCOPED_TRACE(edit.front() + " " + edit[2]);

@@ -1,8 +1,9 @@
-// The edits that change the drawing through the path's own members rather than as undoable operations:
-// drag and transform. They print nothing; the drawing they arrive at is what later commands see and what
-// the call finally writes. The other edits run as operations (OperationCommands.cpp).
+// Drag, which changes the drawing through the path's own member and so cannot be undone, and transform,
+// which works out its mapping here and runs it as operations (OperationCommands.cpp). They print nothing;
+// the drawing they arrive at is what later commands see and what the call finally writes.
 #include "toolkit/Hooks.h"
 #include "toolkit/MeasuredPath.h"
+#include "toolkit/OperationCommands.h"
 #include "toolkit/Targets.h"
 
 #include "simplepath/interfaces/DVector.h"
@@ -87,18 +88,8 @@ int runTransform(Session& session, TransformStep const& step) {
         shift = DVector(v[4], v[5]);
         break;
     }
-    for (std::size_t p : paths) {
-        SimplePath& path = pathOf(session, p);
-        if (step.kind != TransformKind::Translate) {
-            // Mapping every point always succeeds.
-            (void)path.transform(linear, center);
-        }
-        if (shift != DVector()) {
-            // Mapping every point always succeeds.
-            (void)path.translate(shift);
-        }
-    }
-    return kExitOk;
+    return runTransformOperation(session, paths, linear, center, shift,
+                                 step.kind == TransformKind::Translate);
 }
 
 } // namespace sptool

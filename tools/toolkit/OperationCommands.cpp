@@ -446,6 +446,25 @@ int runDeletePath(Session& session, DeletePathStep const& step) {
                    "delete-path");
 }
 
+int runTransformOperation(Session& session, std::vector<std::size_t> const& paths, P2DTrans const& linear,
+                          DPoint const& center, DVector const& shift, bool translateOnly) {
+    if (int const code = refuseRecording(session, "transform"); code != kExitOk) {
+        return code;
+    }
+    auto group = std::make_unique<SimplePathMetaOperation>();
+    for (std::size_t p : paths) {
+        if (!translateOnly) {
+            group->addOperation(
+                SimplePathOperationFactory::createTransformOperation(handleOf(session, p), linear, center));
+        }
+        if (shift != DVector()) {
+            group->addOperation(
+                SimplePathOperationFactory::createTranslateOperation(handleOf(session, p), shift));
+        }
+    }
+    return perform(session, std::move(group), "transform");
+}
+
 int runUndo(Session& session, UndoStep const&) {
     EditHistory& history = historyOf(session);
     if (history.steps.empty()) {

@@ -3,6 +3,13 @@
 #include "toolkit/CommandLine.h"
 #include "toolkit/Session.h"
 
+#include "simplepath/interfaces/DPoint.h"
+#include "simplepath/interfaces/DVector.h"
+#include "simplepath/interfaces/P2DTrans.h"
+
+#include <cstddef>
+#include <vector>
+
 namespace sptool {
 
 // The edits that run as the library's undoable operations. Each is one step of the session's history.
@@ -18,7 +25,12 @@ int runSlice(Session& session, SliceStep const& step);
 int runClose(Session& session, CloseStep const& step);
 int runDeletePath(Session& session, DeletePathStep const& step);
 
-// Notes an edit made without an operation (drag, transform): it cannot be undone or recorded, so a call
+// Maps the given paths by `linear` about `center` (unless `translateOnly`), then shifts them by `shift`, as
+// one step: one group of the path-level transform and translate operations.
+int runTransformOperation(Session& session, std::vector<std::size_t> const& paths, P2DTrans const& linear,
+                          DPoint const& center, DVector const& shift, bool translateOnly);
+
+// Notes an edit made without an operation (drag): it cannot be undone or recorded, so a call
 // with --record refuses it.
 int noteDirectEdit(Session& session, char const* name);
 

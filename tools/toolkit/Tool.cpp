@@ -198,10 +198,7 @@ int runStep(Session& session, Step const& step) {
                               int const code = noteDirectEdit(session, "drag");
                               return code != kExitOk ? code : runDrag(session, s);
                           },
-                          [&](TransformStep const& s) {
-                              int const code = noteDirectEdit(session, "transform");
-                              return code != kExitOk ? code : runTransform(session, s);
-                          },
+                          [&](TransformStep const& s) { return runTransform(session, s); },
                           [&](MoveStep const& s) { return runMove(session, s); },
                           [&](ReplayStep const& s) { return runReplay(session, s); },
                           [&](UndoStep const& s) { return runUndo(session, s); },
