@@ -27,13 +27,15 @@ struct Chain {
     std::vector<std::string> edits;
 };
 
-// Chains that touch every edit the tool records: insert, the four modes, move of anchors and handles
+// Chains that touch every edit the tool records: insert, the four modes, a drag (recorded as the changes
+// of the triples it moved), move of anchors and handles
 // with each snap, delete (a vertex, and a whole short path), split of open and closed paths, join, and
 // an edit taken back by undo, which leaves no record.
 std::vector<Chain> const kChains = {
     {"open-paths.svg",
-     {"insert", "--at", "0:0.5",  "mode",  "smooth", "--vertex", "1", "move",  "--vertex", "2", "--to",
-      "10",     "10",   "--snap", "angle", "delete", "--vertex", "0", "split", "--vertex", "1"}},
+     {"insert", "--at", "0:0.5",  "mode",   "smooth", "--vertex", "1",        "move", "--vertex", "2",
+      "--to",   "10",   "10",     "--snap", "angle",  "delete",   "--vertex", "0",    "split",    "--vertex",
+      "1",      "drag", "--path", "2",      "--at",   "1:0.5",    "--to",     "150",  "60"}},
     {"exported-drawing.svg",
      {"split",  "--path", "0",        "--vertex", "1",        "join", "1:end",    "2:start", "move",
       "--path", "2",      "--vertex", "4",        "--handle", "in",   "--to",     "50",      "50",
@@ -81,6 +83,7 @@ TEST_F(ToolProcess, UndoTakesEachEditBackToTheInput) {
         {"split", "--path", "0", "--vertex", "2"},
         {"join", "1:end", "2:start"},
         {"move", "--path", "3", "--vertex", "0", "--handle", "out", "--to", "-4", "8", "--snap", "angle"},
+        {"drag", "--path", "3", "--at", "2:0.5", "--to", "10", "12"},
         {"transform", "rotate", "30"}, // every path, about the drawing's centre
         {"transform", "matrix", "1", "0.5", "0", "2", "3", "4", "--path", "2"}, // linear part, then the shift
     };
@@ -169,7 +172,6 @@ TEST_F(ToolProcess, WhatCannotBeUndoneOrRecordedIsRefused) {
         char const* message;
     } const cases[] = {
         {{drawing, "undo"}, "no edit before it"},
-        {{drawing, "drag", "--at", "0:0.5", "--to", "1", "1", "undo"}, "drag cannot be taken back"},
         {{drawing, "--record", (dir / "r.json").string(), "transform", "translate", "1", "1"},
          "cannot be recorded"},
         {{drawing, "split", "--vertex", "0"}, "split: cannot split"},

@@ -1,6 +1,6 @@
-// Drag, which changes the drawing through the path's own member and so cannot be undone, and transform,
-// which works out its mapping here and runs it as operations (OperationCommands.cpp). They print nothing;
-// the drawing they arrive at is what later commands see and what the call finally writes.
+// Drag and transform: each finds its target and works out its mapping here, then runs as undoable
+// operations (OperationCommands.cpp). They print nothing; the drawing they arrive at is what later
+// commands see and what the call finally writes.
 #include "toolkit/Hooks.h"
 #include "toolkit/MeasuredPath.h"
 #include "toolkit/OperationCommands.h"
@@ -29,10 +29,7 @@ int runDrag(Session& session, DragStep const& step) {
     if (code != kExitOk || (code = checkFinite(session, step.to)) != kExitOk) {
         return code;
     }
-    if (pathOf(session, target.path).dragToPoint(target.position, step.to) != SimplePath::Success) {
-        return session.fail("drag: cannot drag that point");
-    }
-    return kExitOk;
+    return runDragOperation(session, target.path, target.position, step.to);
 }
 
 int runTransform(Session& session, TransformStep const& step) {

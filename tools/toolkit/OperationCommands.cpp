@@ -158,11 +158,43 @@ PHashablePointer<SimplePath> handleOf(Session& session, std::size_t index) {
 
 } // namespace
 
-int noteDirectEdit(Session& session, char const* name) {
-    if (!session.options.record.empty()) {
-        return session.fail(std::string(name) + " cannot be recorded; record a drag with move instead");
+int runDragOperation(Session& session, std::size_t path, SimplePathPosition const& position,
+                     DPoint const& to) {
+    SimplePath const& original = *session.paths[path];
+    SimplePath dragged(original);
+    if (dragged.dragToPoint(position, to) != SimplePath::Success) {
+        return session.fail("drag: cannot drag that point");
     }
-    historyOf(session).steps.push_back({name, nullptr, {}, {}});
+    std::list<SimplePathLocationTriple> before;
+    std::list<SimplePathLocationTriple> after;
+    if (original.getLocationTripleList(before) != SimplePath::Success ||
+        dragged.getLocationTripleList(after) != SimplePath::Success || before.size() != after.size()) {
+        return session.fail("drag: cannot drag that point");
+    }
+    auto group = std::make_unique<SimplePathMetaOperation>();
+    std::vector<SimplePathOperation*> changes;
+    std::size_t index = 0;
+    for (auto was = before.begin(), will = after.begin(); was != before.end(); ++was, ++will, ++index) {
+        SimplePathVertexTriple triple;
+        if (*was == *will || original.getTriple(static_cast<int>(index), triple) != SimplePath::Success) {
+            continue;
+        }
+        changes.push_back(SimplePathOperationFactory::createChangeVertexOperation(handleOf(session, path),
+                                                                                  triple, *will, false));
+        group->addOperation(changes.back());
+    }
+    if (int const code = perform(session, std::move(group), "drag"); code != kExitOk) {
+        return code;
+    }
+    // The record file holds one flat list of edits, so the drag is recorded as its changes, one record each.
+    auto& records = historyOf(session).steps.back().records;
+    records.clear();
+    for (SimplePathOperation* change : changes) {
+        Record* info = nullptr;
+        if (change != nullptr && change->RetreiveSegIndependentInfo(info) == 2 && info != nullptr) {
+            records.emplace_back(info);
+        }
+    }
     return kExitOk;
 }
 
@@ -471,9 +503,6 @@ int runUndo(Session& session, UndoStep const&) {
         return session.fail("undo: there is no edit before it to take back");
     }
     EditHistory::Step& last = history.steps.back();
-    if (!last.operation) {
-        return session.fail("undo: " + last.name + " cannot be taken back");
-    }
     last.operation->undoOperation();
     setOrder(session, last.orderBefore);
     history.steps.pop_back();

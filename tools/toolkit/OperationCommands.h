@@ -6,6 +6,7 @@
 #include "simplepath/interfaces/DPoint.h"
 #include "simplepath/interfaces/DVector.h"
 #include "simplepath/interfaces/P2DTrans.h"
+#include "simplepath/path/SimplePathPosition.h"
 
 #include <cstddef>
 #include <vector>
@@ -30,9 +31,11 @@ int runDeletePath(Session& session, DeletePathStep const& step);
 int runTransformOperation(Session& session, std::vector<std::size_t> const& paths, P2DTrans const& linear,
                           DPoint const& center, DVector const& shift, bool translateOnly);
 
-// Notes an edit made without an operation (drag): it cannot be undone or recorded, so a call
-// with --record refuses it.
-int noteDirectEdit(Session& session, char const* name);
+// Drags the point at `position` of a path to `to` as the path's own drag would, as one step: the drag is
+// worked out on a copy of the path, and every triple whose locations or mode it changed is changed by a
+// change operation, so the step can be undone and recorded.
+int runDragOperation(Session& session, std::size_t path, SimplePathPosition const& position,
+                     DPoint const& to);
 
 // Writes the records of the edits made to the --record file, if one was asked for.
 int writeRecords(Session& session);

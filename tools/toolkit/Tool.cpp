@@ -194,10 +194,7 @@ int runStep(Session& session, Step const& step) {
                           [&](ModeStep const& s) { return runModeOperation(session, s); },
                           [&](SplitStep const& s) { return runSplitOperation(session, s); },
                           [&](JoinStep const& s) { return runJoinOperation(session, s); },
-                          [&](DragStep const& s) {
-                              int const code = noteDirectEdit(session, "drag");
-                              return code != kExitOk ? code : runDrag(session, s);
-                          },
+                          [&](DragStep const& s) { return runDrag(session, s); },
                           [&](TransformStep const& s) { return runTransform(session, s); },
                           [&](MoveStep const& s) { return runMove(session, s); },
                           [&](ReplayStep const& s) { return runReplay(session, s); },
