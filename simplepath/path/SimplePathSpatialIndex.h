@@ -83,9 +83,9 @@ class SimplePathSpatialIndex {
 
   private:
     // Level 0 has one entry per triple: the control box of the segment that starts there (empty for the
-    // last triple of an open path), computed when needed from the copy of the segment's control points
-    // kept in `curves`, so that the bottom of a walk reads one contiguous record per segment and never the
-    // vertex objects. Level k >= 1 starts at levelStart[k] in `boxes` and holds levelCount[k] boxes, each
+    // last triple of an open path); the segment's control points are copied to `curves`, so that a query
+    // never reads the vertex objects except to pick one. Level k starts at levelStart[k] in `boxes`
+    // (level 0 at the front) and holds levelCount[k] boxes; above level 0 each is
     // the union of two boxes of level k - 1 (the last one may have only one); level 1 also takes in the
     // vertices of its two triples, so that every vertex lies in the boxes above it.
     static constexpr int kMaxLevels = 40;
@@ -94,6 +94,8 @@ class SimplePathSpatialIndex {
     // must already be sized.
     void computeBoxes();
     Box box(int level, int index) const;
+    // Asks the processor to start loading the two halves of box `index` of `level` (a hint only).
+    void prefetchHalves(int level, int index) const;
     // Walks the hierarchy from the top in descending path order (the later half of every box first),
     // entering the boxes that pass keep(box) and calling atBottom(i) for each box i of level `bottom`
     // reached, until atBottom returns false. Returns false when it was stopped.
