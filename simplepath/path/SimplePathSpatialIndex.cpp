@@ -152,7 +152,7 @@ SimplePath::Result SimplePathSpatialIndex::build(SimplePath const& source) {
             if (c == 1) {
                 break;
             }
-            c = c / 2 + c % 2;
+            c = (c + kFanOut - 1) / kFanOut;
         }
     }
     try {
@@ -204,12 +204,14 @@ inline SimplePathSpatialIndex::Box SimplePathSpatialIndex::box(int level, int in
     return boxes[static_cast<std::size_t>(levelStart[level] + index)];
 }
 
-void SimplePathSpatialIndex::prefetchHalves(int level, int index) const {
+void SimplePathSpatialIndex::prefetchParts(int level, int index) const {
 #if defined(__GNUC__) || defined(__clang__)
     if (level > 0) {
-        Box const* const halves = &boxes[static_cast<std::size_t>(levelStart[level - 1] + 2 * index)];
-        __builtin_prefetch(halves);
-        __builtin_prefetch(halves + 1); // in the next cache line when the pair straddles two
+        // The parts span 128 bytes, two or three cache lines.
+        Box const* const parts = &boxes[static_cast<std::size_t>(levelStart[level - 1] + kFanOut * index)];
+        __builtin_prefetch(parts);
+        __builtin_prefetch(parts + kFanOut / 2);
+        __builtin_prefetch(parts + kFanOut - 1);
     }
 #else
     (void)level;
@@ -218,7 +220,7 @@ void SimplePathSpatialIndex::prefetchHalves(int level, int index) const {
 }
 
 // The control points as the linear members read them (the same reader, so the same doubles); then level 1
-// from pairs of segment boxes and the vertices of the two triples, and every higher level from unions.
+// from runs of segment boxes and the vertices of their triples, and every higher level from unions.
 void SimplePathSpatialIndex::computeBoxes() {
     if (levels == 0) {
         return;
@@ -239,12 +241,12 @@ void SimplePathSpatialIndex::computeBoxes() {
         Box* const here = &boxes[static_cast<std::size_t>(levelStart[k])];
         int const belowCount = levelCount[k - 1];
         for (int j = 0; j < levelCount[k]; ++j) {
-            Box b = box(k - 1, 2 * j);
-            if (2 * j + 1 < belowCount) {
-                include(b, box(k - 1, 2 * j + 1));
+            Box b = box(k - 1, kFanOut * j);
+            for (int i = kFanOut * j + 1; i < kFanOut * j + kFanOut && i < belowCount; ++i) {
+                include(b, box(k - 1, i));
             }
             if (k == 1) {
-                for (int i = 2 * j; i < 2 * j + 2 && i < triples; ++i) {
+                for (int i = kFanOut * j; i < kFanOut * j + kFanOut && i < triples; ++i) {
                     SimplePathVertexTriple const& triple = list[i];
                     include(b, triple.first);
                     include(b, triple.anchor);
@@ -264,7 +266,7 @@ bool SimplePathSpatialIndex::walkDescending(int bottom, Keep const& keep, AtBott
     struct Node {
         int level, index;
     };
-    Node stack[kMaxLevels + 2]; // every step down pushes at most two and pops one
+    Node stack[kStackDepth];
     int top = 0;
     stack[top++] = {levels - 1, 0};
     while (top > 0) {
@@ -278,10 +280,11 @@ bool SimplePathSpatialIndex::walkDescending(int bottom, Keep const& keep, AtBott
             }
             continue;
         }
-        int const child = 2 * node.index;
-        stack[top++] = {node.level - 1, child};
-        if (child + 1 < levelCount[node.level - 1]) {
-            stack[top++] = {node.level - 1, child + 1}; // on top: the later half is walked first
+        // The latest part goes on top, to be walked first.
+        int const first = kFanOut * node.index;
+        int const end = std::min(first + kFanOut, levelCount[node.level - 1]);
+        for (int child = first; child < end; ++child) {
+            stack[top++] = {node.level - 1, child};
         }
     }
     return true;
@@ -298,7 +301,7 @@ SimplePath::Result SimplePathSpatialIndex::findClosestPosition(DPoint const& poi
 // tie with the end anchor. Ties are settled by the segment index, so the order of solving does not matter.
 //
 // Solving a segment costs as much as visiting a few dozen boxes, so the search runs in two passes. The
-// first walks the boxes depth first, the nearer half first, and collects the segments whose box may hold
+// first walks the boxes depth first, the nearest part first, and collects the segments whose box may hold
 // the answer; it prunes with the nearest anchor seen so far, a distance some segment is sure to reach
 // (with a margin for the rounding of the solver's own distance, so that a pruned box could neither win
 // nor tie). The second solves the collected segments in the order of their box bounds and stops at the
@@ -359,12 +362,12 @@ SimplePath::Result SimplePathSpatialIndex::findClosestPosition(DPoint const& poi
         int level, index;
         double bound;
     };
-    Node stack[kMaxLevels + 2];
+    Node stack[kStackDepth];
     int top = 0;
-    // A box's visit reads its two halves, likely far from anything read lately: ask for them as the box
-    // is stacked, so that the memory is on its way while the walk works elsewhere.
+    // A box's visit reads its parts, likely far from anything read lately: ask for them as the box is
+    // stacked, so that the memory is on its way while the walk works elsewhere.
     auto const push = [&](Node const& node) {
-        prefetchHalves(node.level, node.index);
+        prefetchParts(node.level, node.index);
         stack[top++] = node;
     };
     push({levels - 1, 0, squaredGap(box(levels - 1, 0), point)});
@@ -390,35 +393,36 @@ SimplePath::Result SimplePathSpatialIndex::findClosestPosition(DPoint const& poi
             reach = std::min(reach, widened(b, nearerAnchor));
             continue;
         }
+        // The parts within reach go on the stack farthest first, so that the nearest is searched first. When
+        // the point lies in several (high up in the hierarchy, where boxes are large), the one whose centre
+        // is nearer counts as nearer.
         int const level = node.level - 1;
-        int const left = 2 * node.index;
-        Box const leftBox = box(level, left);
-        double const leftBound = squaredGap(leftBox, point);
-        if (left + 1 < levelCount[level]) {
-            Box const rightBox = box(level, left + 1);
-            double const rightBound = squaredGap(rightBox, point);
-            // The nearer half goes on top, to be searched first. When the point lies in both boxes (high up
-            // in the hierarchy, where boxes are large), the one whose centre is nearer.
-            bool rightFirst = rightBound < leftBound;
-            if (leftBound == 0.0 && rightBound == 0.0) {
-                rightFirst =
-                    ::squaredDistance(centre(rightBox), point) < ::squaredDistance(centre(leftBox), point);
-            }
-            if (rightFirst) {
-                if (!(leftBound > limit)) {
-                    push({level, left, leftBound});
-                }
-                if (!(rightBound > limit)) {
-                    push({level, left + 1, rightBound});
-                }
+        int const first = kFanOut * node.index;
+        int const end = std::min(first + kFanOut, levelCount[level]);
+        struct Part {
+            double bound, centreDistance;
+            int index;
+        };
+        Part parts[kFanOut];
+        int kept = 0;
+        for (int child = first; child < end; ++child) {
+            Box const b = box(level, child);
+            double const bound = squaredGap(b, point);
+            if (bound > limit) {
                 continue;
             }
-            if (!(rightBound > limit)) {
-                push({level, left + 1, rightBound});
+            Part const part{bound, bound == 0.0 ? ::squaredDistance(centre(b), point) : 0.0, child};
+            int at = kept++;
+            for (; at > 0 &&
+                   (parts[at - 1].bound < part.bound || (parts[at - 1].bound == part.bound &&
+                                                         parts[at - 1].centreDistance < part.centreDistance));
+                 --at) {
+                parts[at] = parts[at - 1];
             }
+            parts[at] = part;
         }
-        if (!(leftBound > limit)) {
-            push({level, left, leftBound});
+        for (int i = 0; i < kept; ++i) {
+            push({level, parts[i].index, parts[i].bound});
         }
     }
 
@@ -538,7 +542,7 @@ SimplePath::Result SimplePathSpatialIndex::pickVertex(DPoint const& point, doubl
     SimplePathVertex* picked = nullptr;
     auto const pass = [&](bool anchors) {
         walkDescending(1, near, [&](int j) {
-            for (int i = 2 * j + 1; i >= 2 * j; --i) {
+            for (int i = kFanOut * j + kFanOut - 1; i >= kFanOut * j; --i) {
                 if (i >= triples) {
                     continue;
                 }
@@ -610,7 +614,7 @@ SimplePath::Result SimplePathSpatialIndex::pickPosition(DPoint const& point, dou
     } else {
         auto const near = [&](Box const& box) { return !(squaredGap(box, point) >= limit); };
         walkDescending(1, near, [&](int j) {
-            for (int i = 2 * j + 1; i >= 2 * j; --i) {
+            for (int i = kFanOut * j + kFanOut - 1; i >= kFanOut * j; --i) {
                 if (i < n && hit(i)) {
                     picked = i;
                     return false;
