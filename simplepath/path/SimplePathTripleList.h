@@ -122,11 +122,6 @@ class SimplePathTripleList {
         notePlainness(triple);
         ++changes;
     }
-    // push_back for a triple the path has just made itself, whose vertices are known to be plain.
-    void appendMade(SimplePathVertexTriple const& triple) {
-        triples.push_back(triple);
-        ++changes;
-    }
     void push_front(SimplePathVertexTriple const& triple);
     // Inserts before `position`; returns the iterator of the new triple.
     Iterator insert(Iterator position, SimplePathVertexTriple const& triple);
@@ -154,6 +149,12 @@ class SimplePathTripleList {
     }
 
   private:
+    friend class SimplePath;
+    // push_back for a triple the path has just made itself, whose vertices are known to be plain.
+    void appendMade(SimplePathVertexTriple const& triple) {
+        triples.push_back(triple);
+        ++changes;
+    }
     std::ptrdiff_t offset(ConstIterator position) const { return position.at - triples.data(); }
     // Clears `plain` unless the triple's three vertices are the library's own.
     void notePlainness(SimplePathVertexTriple const& triple) {

@@ -14,9 +14,9 @@ namespace {
 // Memory layout. Every vertex is preceded by one header word. A vertex made on its own has the header
 // kLoose and sits kLooseHeader bytes into its heap block. A vertex in a slab sits in a slot: the header
 // holds the slot's number k, shifted left by two, and the slab starts sizeof(Slab) + k * sizeof(Slot)
-// bytes before the slot. A slab is its count of live slots followed by three slots per triple, first,
-// anchor and last, 40 bytes each. Headers are written once, before the vertex is handed out, and only
-// read afterwards; the count is the one word that changes.
+// bytes before the slot. A slab is its count of live slots and its capacity, followed by three slots per
+// triple, first, anchor and last, 40 bytes each. Headers are written once, before the vertex is handed out,
+// and only read afterwards; the count is the one word that changes.
 constexpr std::uint64_t kLoose = 3;
 
 // Every slot counts as live from the start. A vertex gives its slot back when it is deleted; the path
@@ -54,8 +54,6 @@ Slab& slabOf(void const* vertex, std::uint64_t header) {
     return *reinterpret_cast<Slab*>(slot - sizeof(Slab));
 }
 
-// A slab of `triples` triples whose slots are all counted as live: the slots not handed out yet are
-// released in one step when their path stops handing them out.
 // Freed slabs of the growth sizes (4, 8, ... kMaxGrowthTriples triples) are kept for the next path this
 // thread builds, a few of each size, instead of going back to the heap. A path built and freed over and
 // over would otherwise hand the heap a run of memory large enough for it to return to the system, and pay
