@@ -37,6 +37,12 @@ struct Probe : ArbTrans<DPoint> {
     int id_;
 };
 
+TEST(PathTransform, OffsetShiftsAndShiftsBack) {
+    XYOffsetSimplePathTransform const t(3.0, -2.0);
+    EXPECT_EQ(t.transform(DPoint(1, 1)), DPoint(4, -1));
+    EXPECT_EQ(t.reverseTransform(DPoint(4, -1)), DPoint(1, 1));
+}
+
 TEST(PathTransform, ScaleIsNotInvertedAtAllWhenEitherFactorIsZero) {
     XYScaleSimplePathTransform const flat(2, 0);
     EXPECT_EQ(flat.transform(DPoint(4, 4)), DPoint(8, 0));
