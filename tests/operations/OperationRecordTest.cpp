@@ -192,6 +192,7 @@ TEST(OperationRecords, BadRecordsRebuildIntoNothing) {
     std::list<PHashablePointer<SimplePath>> affected;
     SimplePathChangeInstruction change;
     ASSERT_EQ(SimplePathOperation::Success, move->executeOperation(affected, change));
+    moveRecord.vertexLocation = vertexAt + DVector(1, 1); // names the moved vertex where it stands now
     EXPECT_EQ(0, move->ApplySegIndependentInfo(same));
     EXPECT_EQ(1, move->RetreiveSegIndependentInfo(same)); // fills the caller's record
     EXPECT_EQ(vertexAt, moveRecord.vertexLocation);       // where the vertex stood before the move
