@@ -47,6 +47,7 @@
 #include "simplepath/path/SimplePathSpatialIndex.h"
 #include "simplepath/path/SimplePathTripleList.h"
 #include "simplepath/path/SimplePathVertex.h"
+#include "simplepath/path/SimplePathVertexStorage.h"
 #include "simplepath/path/SimplePathVertexTriple.h"
 
 // Legacy curve family

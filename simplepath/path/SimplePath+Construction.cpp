@@ -9,13 +9,12 @@ bool SimplePath::insertNewTriple(int index, DPoint const& first, DPoint const& a
                                  SimplePathVertexTriple::VertexTripleMode mode,
                                  SimplePathVertexTriple& made) {
     SimplePathVertexTriple triple(nullptr, nullptr, nullptr, mode);
-    if (!SimplePathDPointVertex::createTriple(first, anchor, last, triple.first, triple.anchor,
-                                              triple.last)) {
+    if (!vertexStorage.createTriple(first, anchor, last, triple)) {
         return false;
     }
     try {
         if (index >= numTriples()) {
-            tripleList.push_back(triple);
+            tripleList.appendMade(triple);
         } else {
             tripleList.insert(tripleList.iteratorAt(index), triple);
         }

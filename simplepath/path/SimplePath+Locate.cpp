@@ -51,7 +51,7 @@ SimplePath::Result locateOnMappedCurve(SimplePathSegmentReader const& reader, Tr
 // negative; at the end index only a parameter within 1e-9 of zero is accepted (as zero). Parameter 0.0
 // is the anchor of triple index mod n, so the end of a closed path is triple 0's anchor; anything else is
 // evaluated on its segment, parameter 1.0 included (it is not carried).
-SimplePath::Result SimplePath::locatePosition(SimplePathPosition const& position, DPoint& out) const {
+SimplePath::Result SimplePath::locateElsewhere(SimplePathPosition const& position, DPoint& out) const {
     SimplePathSegmentReader const reader(tripleList, closed);
     int const n = reader.numTriples();
     int const segments = reader.segmentCount();
@@ -85,7 +85,7 @@ SimplePath::Result SimplePath::locatePosition(SimplePathPosition const& position
         return Failure; // no such triple
     }
     if (t == 0.0) {
-        out = SimplePathSegmentReader::anchorLocation(tripleList[index % n]);
+        out = reader.anchor(index % n);
         return Success;
     }
     out = reader.segment(index).bValue(t);

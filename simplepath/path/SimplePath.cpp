@@ -45,6 +45,7 @@ SimplePath& SimplePath::operator=(SimplePath const& other) {
 SimplePath::SimplePath(SimplePath&& other) noexcept
     : tripleList(std::move(other.tripleList)), closed(other.closed) {
     other.closed = 0;
+    vertexStorage.swap(other.vertexStorage);
 }
 
 SimplePath& SimplePath::operator=(SimplePath&& other) noexcept {
@@ -53,22 +54,35 @@ SimplePath& SimplePath::operator=(SimplePath&& other) noexcept {
         tripleList = std::move(other.tripleList);
         closed = other.closed;
         other.closed = 0;
+        vertexStorage.swap(other.vertexStorage);
     }
     return *this;
 }
 
 void SimplePath::appendCopiesOf(SimplePathTripleList const& source) {
-    // Reserving first means the appends below cannot throw; only making vertices can.
+    // Reserving first means the appends below cannot throw; only making vertices can. The vertices of
+    // the copy are reserved in one run too, so that the copy is laid out in path order.
     tripleList.reserve(tripleList.length() + source.length());
+    vertexStorage.reserve(source.length());
+    auto const location = [](SimplePathVertex const* v) {
+        return static_cast<SimplePathDPointVertex const*>(v)->location;
+    };
+    if (source.holdsPlainVertices()) {
+        for (SimplePathVertexTriple const& triple : source) {
+            SimplePathVertexTriple copy(nullptr, nullptr, nullptr, triple.mode);
+            if (!vertexStorage.createTriple(location(triple.first), location(triple.anchor),
+                                            location(triple.last), copy)) {
+                throw std::bad_alloc();
+            }
+            tripleList.appendMade(copy);
+        }
+        return;
+    }
     for (SimplePathVertexTriple const& triple : source) {
         SimplePathVertexTriple copy(nullptr, nullptr, nullptr, triple.mode);
         if (isPlainVertex(triple.first) && isPlainVertex(triple.anchor) && isPlainVertex(triple.last)) {
-            auto const location = [](SimplePathVertex const* v) {
-                return static_cast<SimplePathDPointVertex const*>(v)->location;
-            };
-            if (!SimplePathDPointVertex::createTriple(location(triple.first), location(triple.anchor),
-                                                      location(triple.last), copy.first, copy.anchor,
-                                                      copy.last)) {
+            if (!vertexStorage.createTriple(location(triple.first), location(triple.anchor),
+                                            location(triple.last), copy)) {
                 throw std::bad_alloc();
             }
         } else {
@@ -87,9 +101,7 @@ void SimplePath::appendCopiesOf(SimplePathTripleList const& source) {
 }
 
 void SimplePath::deleteAllTriples() {
-    for (SimplePathVertexTriple const& triple : tripleList) {
-        deleteTripleVertices(triple);
-    }
+    SimplePathVertexStorage::deleteVertices(tripleList.data(), tripleList.data() + tripleList.length());
     tripleList.removeAll();
 }
 
@@ -158,11 +170,6 @@ SimplePath::Result SimplePath::getLocationTripleList(std::list<SimplePathLocatio
         out.emplace_back(triple.first->getLocation(), triple.anchor->getLocation(),
                          triple.last->getLocation(), triple.mode);
     }
-    return Success;
-}
-
-SimplePath::Result SimplePath::makePosition(int index, double parameter, SimplePathPosition& out) const {
-    out = SimplePathPosition(index, parameter);
     return Success;
 }
 

@@ -9,10 +9,13 @@
 #include "simplepath/interfaces/DVector.h"
 #include "simplepath/interfaces/IPoint.h"
 #include "simplepath/interfaces/P2DTrans.h"
+#include "simplepath/interfaces/PBezier.h"
+#include "simplepath/path/SimplePathDPointVertex.h"
 #include "simplepath/path/SimplePathLocationTriple.h"
 #include "simplepath/path/SimplePathPosition.h"
 #include "simplepath/path/SimplePathTripleList.h"
 #include "simplepath/path/SimplePathVertex.h"
+#include "simplepath/path/SimplePathVertexStorage.h"
 #include "simplepath/path/SimplePathVertexTriple.h"
 
 class SimplePathChangeInstruction;
@@ -80,7 +83,10 @@ class SimplePath {
 
     // ---- Positions (path/SimplePath.cpp) ----
     // Stores (index, parameter) unchecked; the public way to make a position.
-    Result makePosition(int index, double parameter, SimplePathPosition& out) const;
+    Result makePosition(int index, double parameter, SimplePathPosition& out) const {
+        out = SimplePathPosition(index, parameter);
+        return Success;
+    }
     // Empty paths store the invalid position (-1, 0.0) and fail.
     Result getBeginPosition(SimplePathPosition& out) const;
     Result getArbitraryPosition(SimplePathPosition& out) const;
@@ -107,7 +113,24 @@ class SimplePath {
     // The point at a position. Forgiving: a parameter within 1e-9 of 1.0 counts as 1.0, and a parameter
     // above 1.0 carries once into the next segment. Index n (closed) or n-1 (open) with parameter 0.0 is
     // the end anchor. A parameter that is not a finite number fails.
-    Result locatePosition(SimplePathPosition const& position, DPoint& out) const;
+    // The common case, a place strictly inside a segment of a path of the library's own vertices, is
+    // answered inline; the rest (anchors, snapping, carrying, refusals) by locateElsewhere.
+    Result locatePosition(SimplePathPosition const& position, DPoint& out) const {
+        int const index = position.getIndex();
+        double const t = position.getParameter();
+        int const n = tripleList.length();
+        if (t > 0.0 && t < 1.0 && index >= 0 && index < (closed != 0 ? n : n - 1) &&
+            tripleList.holdsPlainVertices()) {
+            SimplePathVertexTriple const& from = tripleList[index];
+            SimplePathVertexTriple const& to = tripleList[index + 1 == n ? 0 : index + 1];
+            auto const at = [](SimplePathVertex const* v) -> DPoint const& {
+                return static_cast<SimplePathDPointVertex const*>(v)->storedLocation();
+            };
+            out = PBezier(at(from.anchor), at(from.last), at(to.first), at(to.anchor)).bValue(t);
+            return Success;
+        }
+        return locateElsewhere(position, out);
+    }
     Result getSimplePathPositionLocation(SimplePathPosition const& position, DPoint& out) const;
     // The point at a position of the mapped curve. Strict: no tolerance, no carrying. A one-triple path
     // gives its mapped anchor for any position.
@@ -328,6 +351,8 @@ class SimplePath {
     // ---- Helpers (path/SimplePath.cpp unless named) ----
     // Deep-copies `source` triple by triple onto the end of this path's list.
     void appendCopiesOf(SimplePathTripleList const& source);
+    // locatePosition for everything but the common case it answers inline (path/SimplePath+Locate.cpp).
+    Result locateElsewhere(SimplePathPosition const& position, DPoint& out) const;
     // Deletes every vertex and empties the list; the closed flag stays.
     void deleteAllTriples();
     // The index of the first triple holding `vertex` as first, anchor or last, or -1.
@@ -353,4 +378,6 @@ class SimplePath {
 
     SimplePathTripleList tripleList;
     int closed = 0;
+    // Where the vertices this path makes are allocated (path order, few heap blocks).
+    SimplePathVertexStorage vertexStorage;
 };

@@ -9,12 +9,11 @@
 
 // The concrete vertex: a point in the plane. Every vertex the library makes is one of these.
 //
-// Allocation. A path makes and copies vertices three at a time, one triple after another, so the
-// class brings its own allocator: createTriple() places the three vertices of a triple in one heap
-// block, while a plain `new SimplePathDPointVertex` gets a block of its own. Either way each vertex is
-// its own object at its own address and is freed with a plain `delete` in any order; the shared block
-// goes back to the heap when its last vertex is deleted, even if the three vertices have since ended up
-// in different paths.
+// Allocation. A path makes its vertices in its own storage (SimplePathVertexStorage), three to a
+// triple and triple after triple; createTriple() places the three vertices of a lone triple in one heap
+// block; a plain `new SimplePathDPointVertex` gets a block of its own. The class's operator delete knows
+// all three, so each vertex is freed with a plain `delete`, in any order, even after the vertices of one
+// block have ended up in different paths.
 class SimplePathDPointVertex : public SimplePathVertex, public GenericPoint {
   public:
     SimplePathDPointVertex() = default;
@@ -29,8 +28,9 @@ class SimplePathDPointVertex : public SimplePathVertex, public GenericPoint {
     // A new vertex at the same location, or null when memory is exhausted.
     SimplePathVertex* copy() const override;
 
-    // Makes the three vertices of one triple in a single heap block. On success stores them in the
-    // three outputs and returns true; when memory is exhausted returns false and leaves the outputs.
+    // Makes the three vertices of one triple, which belongs to no path yet, in a single heap block. On
+    // success stores them in the three outputs and returns true; when memory is exhausted returns false and
+    // leaves the outputs.
     static bool createTriple(DPoint const& first, DPoint const& anchor, DPoint const& last,
                              SimplePathVertex*& firstVertex, SimplePathVertex*& anchorVertex,
                              SimplePathVertex*& lastVertex) noexcept;

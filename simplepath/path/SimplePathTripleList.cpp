@@ -1,13 +1,24 @@
 #include "simplepath/path/SimplePathTripleList.h"
 
 #include <algorithm>
+#include <typeinfo>
 #include <utility>
 
+#include "simplepath/path/SimplePathDPointVertex.h"
 #include "simplepath/path/SimplePathVertex.h"
+#include "simplepath/path/SimplePathVertexStorage.h"
+
+bool SimplePathTripleList::isPlain(SimplePathVertexTriple const& triple) {
+    auto const plainVertex = [](SimplePathVertex const* vertex) {
+        return vertex != nullptr && typeid(*vertex) == typeid(SimplePathDPointVertex);
+    };
+    return plainVertex(triple.first) && plainVertex(triple.anchor) && plainVertex(triple.last);
+}
 
 SimplePathTripleList::SimplePathTripleList(SimplePathTripleList&& other) noexcept
-    : triples(std::move(other.triples)) {
+    : triples(std::move(other.triples)), plain(other.plain) {
     other.triples.clear();
+    other.plain = true;
     ++other.changes;
 }
 
@@ -17,6 +28,8 @@ SimplePathTripleList& SimplePathTripleList::operator=(SimplePathTripleList&& oth
     if (this != &other) {
         triples.swap(other.triples);
         other.triples.clear();
+        plain = other.plain;
+        other.plain = true;
         changes = (changes > other.changes ? changes : other.changes) + 1;
         ++other.changes;
     }
@@ -26,16 +39,15 @@ SimplePathTripleList& SimplePathTripleList::operator=(SimplePathTripleList&& oth
 SimplePathTripleList& SimplePathTripleList::operator=(SimplePathTripleList const& other) {
     if (this != &other) {
         triples = other.triples;
+        plain = other.plain;
         changes = (changes > other.changes ? changes : other.changes) + 1;
     }
     return *this;
 }
 
 SimplePathTripleList::~SimplePathTripleList() {
-    // Front to back, and within a triple first, anchor, last; deleting a null pointer is a no-op.
-    for (SimplePathVertexTriple const& triple : triples) {
-        deleteTripleVertices(triple);
-    }
+    // Front to back, and within a triple first, anchor, last; null pointers are skipped.
+    SimplePathVertexStorage::deleteVertices(triples.data(), triples.data() + triples.size());
 }
 
 void SimplePathTripleList::reserve(int count) {
@@ -46,18 +58,23 @@ void SimplePathTripleList::reserve(int count) {
 
 void SimplePathTripleList::push_front(SimplePathVertexTriple const& triple) {
     triples.insert(triples.begin(), triple);
+    notePlainness(triple);
     ++changes;
 }
 
 SimplePathTripleList::Iterator SimplePathTripleList::insert(Iterator position,
                                                             SimplePathVertexTriple const& triple) {
     auto const inserted = triples.insert(triples.begin() + offset(position), triple);
+    notePlainness(triple);
     ++changes;
     return Iterator(triples.data() + (inserted - triples.begin()));
 }
 
 SimplePathTripleList::Iterator SimplePathTripleList::remove(Iterator position) {
     auto const next = triples.erase(triples.begin() + offset(position));
+    if (triples.empty()) {
+        plain = true;
+    }
     ++changes;
     return Iterator(triples.data() + (next - triples.begin()));
 }

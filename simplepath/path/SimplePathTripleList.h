@@ -88,6 +88,10 @@ class SimplePathTripleList {
     void reserve(int count);
     // Grows with every change of the list; two equal readings mean that nothing changed in between.
     std::uint64_t changeCount() const { return changes; }
+    // Whether every triple refers to three vertices of the library's own class (none null, none of a
+    // host's class), so that a walk may read their locations directly instead of through a virtual call.
+    // Turns false when any other vertex comes in and true again only when the list is emptied.
+    bool holdsPlainVertices() const { return plain; }
 
     // No bounds checks: the index must be in [0, length()).
     SimplePathVertexTriple operator[](int index) { return triples[static_cast<std::size_t>(index)]; }
@@ -110,8 +114,16 @@ class SimplePathTripleList {
     Iterator iteratorAt(int index) { return Iterator(triples.data() + index); }
     ConstIterator iteratorAt(int index) const { return ConstIterator(triples.data() + index); }
     int indexOf(ConstIterator position) const { return static_cast<int>(position.at - triples.data()); }
+    // The triples as one array of length() entries (null when there are none).
+    SimplePathVertexTriple const* data() const { return triples.data(); }
 
     void push_back(SimplePathVertexTriple const& triple) {
+        triples.push_back(triple);
+        notePlainness(triple);
+        ++changes;
+    }
+    // push_back for a triple the path has just made itself, whose vertices are known to be plain.
+    void appendMade(SimplePathVertexTriple const& triple) {
         triples.push_back(triple);
         ++changes;
     }
@@ -123,6 +135,7 @@ class SimplePathTripleList {
     // Erases every triple without deleting any vertex.
     void removeAll() {
         triples.clear();
+        plain = true;
         ++changes;
     }
     // Moves the triple at `position` to the end (one step of turning a closed path's start).
@@ -130,6 +143,7 @@ class SimplePathTripleList {
 
     void setTriple(Iterator position, SimplePathVertexTriple const& triple) {
         *position.at = triple;
+        notePlainness(triple);
         ++changes;
     }
     // Moves the triple's first, anchor and last vertices, in that order.
@@ -141,7 +155,15 @@ class SimplePathTripleList {
 
   private:
     std::ptrdiff_t offset(ConstIterator position) const { return position.at - triples.data(); }
+    // Clears `plain` unless the triple's three vertices are the library's own.
+    void notePlainness(SimplePathVertexTriple const& triple) {
+        if (plain && !isPlain(triple)) {
+            plain = false;
+        }
+    }
+    static bool isPlain(SimplePathVertexTriple const& triple);
 
     std::vector<SimplePathVertexTriple> triples;
     std::uint64_t changes = 0;
+    bool plain = true;
 };

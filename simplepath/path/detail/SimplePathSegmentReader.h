@@ -18,6 +18,10 @@
 // handle (the anchor's location) and a null anchor as the origin, so hand-built triples cannot crash
 // a query.
 //
+// Reading: when the list holds only the library's own vertices (SimplePathTripleList::holdsPlainVertices)
+// their stored locations are read directly, with no type test or null test per vertex; otherwise each
+// vertex goes through locationOf.
+//
 // Mapping: the identity transform is recognised by its exact type and skipped, which saves a virtual
 // call per control point in the commonest case; a class derived from IdTrans may map differently and
 // is therefore called like any other transform.
@@ -27,6 +31,7 @@ class SimplePathSegmentReader {
     SimplePathSegmentReader(SimplePathTripleList const& triples, int closedFlag,
                             ArbTrans<DPoint> const* transform = nullptr)
         : list(triples), count(triples.length()), closed(closedFlag != 0),
+          plain(triples.holdsPlainVertices()),
           map(transform != nullptr && typeid(*transform) != typeid(IdTrans<DPoint>) ? transform : nullptr) {}
 
     int numTriples() const { return count; }
@@ -41,12 +46,16 @@ class SimplePathSegmentReader {
     // False for the identity, whose mapping is skipped.
     bool mapsPoints() const { return map != nullptr; }
     DPoint mapped(DPoint const& p) const { return map == nullptr ? p : map->transform(p); }
-    DPoint anchor(int i) const { return mapped(anchorLocation(list[i])); }
+    DPoint anchor(int i) const { return mapped(plain ? Plain::anchor(list[i]) : anchorLocation(list[i])); }
 
     // Segment s with mapped control points; s must be in [0, segmentCount()).
     PBezier segment(int s) const { return segment(list[s], list[nextTriple(s)]); }
     // The mapped segment from the anchor of `from` to the anchor of `to`.
     PBezier segment(SimplePathVertexTriple const& from, SimplePathVertexTriple const& to) const {
+        if (plain) {
+            return {mapped(Plain::anchor(from)), mapped(Plain::handle(from.last, {})),
+                    mapped(Plain::handle(to.first, {})), mapped(Plain::anchor(to))};
+        }
         DPoint const a0 = anchorLocation(from);
         DPoint const a1 = anchorLocation(to);
         return {mapped(a0), mapped(handleLocation(from.last, a0)), mapped(handleLocation(to.first, a1)),
@@ -56,19 +65,19 @@ class SimplePathSegmentReader {
     // Calls visit(s, segment) for every segment from the first to the last (the closing one of a closed
     // path last) until visit returns false. The shared anchor of neighbours is read and mapped once.
     template <class Visit> void forward(Visit&& visit) const {
-        if (map == nullptr) {
-            forwardWith([](DPoint const& p) { return p; }, visit);
+        if (plain) {
+            forwardReading<Plain>(visit);
         } else {
-            forwardWith([this](DPoint const& p) { return map->transform(p); }, visit);
+            forwardReading<Checked>(visit);
         }
     }
 
     // The same from the last segment down to the first.
     template <class Visit> void backward(Visit&& visit) const {
-        if (map == nullptr) {
-            backwardWith([](DPoint const& p) { return p; }, visit);
+        if (plain) {
+            backwardReading<Plain>(visit);
         } else {
-            backwardWith([this](DPoint const& p) { return map->transform(p); }, visit);
+            backwardReading<Checked>(visit);
         }
     }
 
@@ -85,15 +94,14 @@ class SimplePathSegmentReader {
 
     // Calls visit(i, mappedAnchor) for every triple's anchor, front to back.
     template <class Visit> void anchors(Visit&& visit) const {
-        if (map == nullptr) {
-            for (int i = 0; i < count; ++i) {
-                visit(i, anchorLocation(list[i]));
-            }
-        } else {
-            for (int i = 0; i < count; ++i) {
-                visit(i, map->transform(anchorLocation(list[i])));
-            }
+        for (int i = 0; i < count; ++i) {
+            visit(i, anchor(i));
         }
+    }
+
+    // The location of a vertex of this list (not null).
+    DPoint location(SimplePathVertex const* vertex) const {
+        return plain ? Plain::location(vertex) : locationOf(vertex);
     }
 
     static DPoint anchorLocation(SimplePathVertexTriple const& triple) {
@@ -113,22 +121,52 @@ class SimplePathSegmentReader {
     }
 
   private:
-    // The walks proper, with the mapping fixed at compile time so that the identity costs nothing in the
-    // loop.
-    template <class Map, class Visit> void forwardWith(Map const& mapPoint, Visit& visit) const {
+    // How a walk reads locations: Plain for a list of the library's own vertices only, Checked otherwise.
+    struct Plain {
+        static DPoint const& location(SimplePathVertex const* vertex) {
+            return static_cast<SimplePathDPointVertex const*>(vertex)->storedLocation();
+        }
+        static DPoint anchor(SimplePathVertexTriple const& triple) { return location(triple.anchor); }
+        static DPoint handle(SimplePathVertex const* handle, DPoint const&) { return location(handle); }
+    };
+    struct Checked {
+        static DPoint anchor(SimplePathVertexTriple const& triple) { return anchorLocation(triple); }
+        static DPoint handle(SimplePathVertex const* handle, DPoint const& anchorAt) {
+            return handleLocation(handle, anchorAt);
+        }
+    };
+
+    template <class Read, class Visit> void forwardReading(Visit& visit) const {
+        if (map == nullptr) {
+            forwardWith<Read>([](DPoint const& p) { return p; }, visit);
+        } else {
+            forwardWith<Read>([this](DPoint const& p) { return map->transform(p); }, visit);
+        }
+    }
+    template <class Read, class Visit> void backwardReading(Visit& visit) const {
+        if (map == nullptr) {
+            backwardWith<Read>([](DPoint const& p) { return p; }, visit);
+        } else {
+            backwardWith<Read>([this](DPoint const& p) { return map->transform(p); }, visit);
+        }
+    }
+
+    // The walks proper, with the reading and the mapping fixed at compile time so that the common case
+    // costs nothing in the loop.
+    template <class Read, class Map, class Visit> void forwardWith(Map const& mapPoint, Visit& visit) const {
         int const segments = segmentCount();
         if (segments <= 0) {
             return;
         }
-        DPoint raw = anchorLocation(list[0]);
+        DPoint raw = Read::anchor(list[0]);
         DPoint start = mapPoint(raw);
         for (int s = 0; s < segments; ++s) {
             SimplePathVertexTriple const& from = list[s];
             SimplePathVertexTriple const& to = list[nextTriple(s)];
-            DPoint const rawEnd = anchorLocation(to);
+            DPoint const rawEnd = Read::anchor(to);
             DPoint const end = mapPoint(rawEnd);
-            PBezier const bezier(start, mapPoint(handleLocation(from.last, raw)),
-                                 mapPoint(handleLocation(to.first, rawEnd)), end);
+            PBezier const bezier(start, mapPoint(Read::handle(from.last, raw)),
+                                 mapPoint(Read::handle(to.first, rawEnd)), end);
             if (!visit(s, bezier)) {
                 return;
             }
@@ -137,20 +175,20 @@ class SimplePathSegmentReader {
         }
     }
 
-    template <class Map, class Visit> void backwardWith(Map const& mapPoint, Visit& visit) const {
+    template <class Read, class Map, class Visit> void backwardWith(Map const& mapPoint, Visit& visit) const {
         int const segments = segmentCount();
         if (segments <= 0) {
             return;
         }
-        DPoint raw = anchorLocation(list[nextTriple(segments - 1)]);
+        DPoint raw = Read::anchor(list[nextTriple(segments - 1)]);
         DPoint end = mapPoint(raw);
         for (int s = segments - 1; s >= 0; --s) {
             SimplePathVertexTriple const& from = list[s];
             SimplePathVertexTriple const& to = list[nextTriple(s)];
-            DPoint const rawStart = anchorLocation(from);
+            DPoint const rawStart = Read::anchor(from);
             DPoint const start = mapPoint(rawStart);
-            PBezier const bezier(start, mapPoint(handleLocation(from.last, rawStart)),
-                                 mapPoint(handleLocation(to.first, raw)), end);
+            PBezier const bezier(start, mapPoint(Read::handle(from.last, rawStart)),
+                                 mapPoint(Read::handle(to.first, raw)), end);
             if (!visit(s, bezier)) {
                 return;
             }
@@ -166,7 +204,7 @@ class SimplePathSegmentReader {
             SimplePathVertexTriple const& from = list[s];
             SimplePathVertexTriple const& to = list[nextTriple(s)];
             if (from.last == nullptr || to.first == nullptr ||
-                need(mapPoint(locationOf(from.last)), mapPoint(locationOf(to.first)))) {
+                need(mapPoint(location(from.last)), mapPoint(location(to.first)))) {
                 visit(s, segment(s));
             }
         }
@@ -175,6 +213,7 @@ class SimplePathSegmentReader {
     SimplePathTripleList const& list;
     int count;
     bool closed;
+    bool plain;
     ArbTrans<DPoint> const* map;
 };
 
