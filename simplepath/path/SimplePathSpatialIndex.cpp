@@ -1,5 +1,6 @@
 #include "simplepath/path/SimplePathSpatialIndex.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <new>
@@ -71,6 +72,54 @@ double squaredGap(Box const& box, DPoint const& p) {
     return dx * dx + dy * dy;
 }
 
+// The largest of the coordinates' magnitudes among the curve's control points and p: the scale of the
+// rounding in anything computed from them.
+double scaleOf(PBezier const& b, DPoint const& p) {
+    double scale = std::max(std::fabs(p.x), std::fabs(p.y));
+    for (int i = 0; i < 4; ++i) {
+        scale = std::max(scale, std::max(std::fabs(b[i].x), std::fabs(b[i].y)));
+    }
+    return scale;
+}
+
+// A lower bound of the squared distance from p to any evaluated point of the curve, tighter than its box:
+// the curve lies in the convex hull of its control points, so the distance to that hull (zero inside it),
+// less kRoundingGuard times the coordinates' scale for the rounding of both that distance and the
+// evaluated points. The hull is the union of the four triangles of three control points, and its edges
+// are among the six segments between two control points (the others lie inside it). Gives 0 unless all
+// coordinates are finite (and their sum too), so it never prunes then.
+double hullGap(PBezier const& b, DPoint const& p) {
+    if (!std::isfinite(p.x + p.y + b[0].x + b[0].y + b[1].x + b[1].y + b[2].x + b[2].y + b[3].x + b[3].y)) {
+        return 0.0;
+    }
+    auto const side = [&p](DPoint const& o, DPoint const& a) {
+        return (a.x - o.x) * (p.y - o.y) - (a.y - o.y) * (p.x - o.x);
+    };
+    auto const inTriangle = [&](int i, int j, int k) {
+        double const c1 = side(b[i], b[j]);
+        double const c2 = side(b[j], b[k]);
+        double const c3 = side(b[k], b[i]);
+        return (c1 >= 0.0 && c2 >= 0.0 && c3 >= 0.0) || (c1 <= 0.0 && c2 <= 0.0 && c3 <= 0.0);
+    };
+    if (inTriangle(0, 1, 2) || inTriangle(0, 1, 3) || inTriangle(0, 2, 3) || inTriangle(1, 2, 3)) {
+        return 0.0;
+    }
+    double nearest = std::numeric_limits<double>::infinity();
+    for (int i = 0; i < 4; ++i) {
+        for (int j = i + 1; j < 4; ++j) {
+            DVector const edge = b[j] - b[i];
+            DVector const off = p - b[i];
+            double const length = edge.dot(edge);
+            double t = length > 0.0 ? off.dot(edge) / length : 0.0;
+            t = t < 0.0 ? 0.0 : (t > 1.0 ? 1.0 : t);
+            DVector const gap = off - t * edge;
+            nearest = std::min(nearest, gap.dot(gap));
+        }
+    }
+    double const d = std::sqrt(nearest) - simplepath_tolerance::kRoundingGuard * scaleOf(b, p);
+    return d > 0.0 ? d * d : 0.0;
+}
+
 DPoint centre(Box const& box) {
     return {0.5 * box.minX + 0.5 * box.maxX, 0.5 * box.minY + 0.5 * box.maxY};
 }
@@ -92,18 +141,18 @@ SimplePath::Result SimplePathSpatialIndex::build(SimplePath const& source) {
     int count[kMaxLevels];
     int start[kMaxLevels];
     int depth = 0;
-    int total = 0; // boxes stored, level 1 up
+    int total = 0; // boxes stored, all levels
     if (n > 0) {
         int c = n;
         for (;;) {
             count[depth] = c;
-            start[depth] = depth == 0 ? 0 : total;
-            total += depth == 0 ? 0 : c;
+            start[depth] = total;
+            total += c;
             ++depth;
             if (c == 1) {
                 break;
             }
-            c = c / 2 + c % 2;
+            c = (c + kFanOut - 1) / kFanOut;
         }
     }
     try {
@@ -152,16 +201,26 @@ bool SimplePathSpatialIndex::isCurrent() const {
 }
 
 inline SimplePathSpatialIndex::Box SimplePathSpatialIndex::box(int level, int index) const {
-    if (level == 0) {
-        return static_cast<std::size_t>(index) < curves.size()
-                   ? segmentBox(curves[static_cast<std::size_t>(index)])
-                   : kEmpty;
-    }
     return boxes[static_cast<std::size_t>(levelStart[level] + index)];
 }
 
+void SimplePathSpatialIndex::prefetchParts(int level, int index) const {
+#if defined(__GNUC__) || defined(__clang__)
+    if (level > 0) {
+        // The parts span 128 bytes, two or three cache lines.
+        Box const* const parts = &boxes[static_cast<std::size_t>(levelStart[level - 1] + kFanOut * index)];
+        __builtin_prefetch(parts);
+        __builtin_prefetch(parts + kFanOut / 2);
+        __builtin_prefetch(parts + kFanOut - 1);
+    }
+#else
+    (void)level;
+    (void)index;
+#endif
+}
+
 // The control points as the linear members read them (the same reader, so the same doubles); then level 1
-// from pairs of segment boxes and the vertices of the two triples, and every higher level from unions.
+// from runs of segment boxes and the vertices of their triples, and every higher level from unions.
 void SimplePathSpatialIndex::computeBoxes() {
     if (levels == 0) {
         return;
@@ -169,20 +228,25 @@ void SimplePathSpatialIndex::computeBoxes() {
     SimplePathTripleList const& list = path->getTripleList();
     SimplePathSegmentReader const reader(list, closed ? 1 : 0);
     PBezier* const copied = curves.data();
-    reader.forward([copied](int s, PBezier const& b) {
+    Box* const bottom = boxes.data();
+    reader.forward([copied, bottom](int s, PBezier const& b) {
         copied[s] = b;
+        bottom[s] = segmentBox(b);
         return true;
     });
+    for (int i = static_cast<int>(curves.size()); i < triples; ++i) {
+        bottom[i] = kEmpty; // the last triple of an open path starts no segment
+    }
     for (int k = 1; k < levels; ++k) {
         Box* const here = &boxes[static_cast<std::size_t>(levelStart[k])];
         int const belowCount = levelCount[k - 1];
         for (int j = 0; j < levelCount[k]; ++j) {
-            Box b = box(k - 1, 2 * j);
-            if (2 * j + 1 < belowCount) {
-                include(b, box(k - 1, 2 * j + 1));
+            Box b = box(k - 1, kFanOut * j);
+            for (int i = kFanOut * j + 1; i < kFanOut * j + kFanOut && i < belowCount; ++i) {
+                include(b, box(k - 1, i));
             }
             if (k == 1) {
-                for (int i = 2 * j; i < 2 * j + 2 && i < triples; ++i) {
+                for (int i = kFanOut * j; i < kFanOut * j + kFanOut && i < triples; ++i) {
                     SimplePathVertexTriple const& triple = list[i];
                     include(b, triple.first);
                     include(b, triple.anchor);
@@ -202,7 +266,7 @@ bool SimplePathSpatialIndex::walkDescending(int bottom, Keep const& keep, AtBott
     struct Node {
         int level, index;
     };
-    Node stack[kMaxLevels + 2]; // every step down pushes at most two and pops one
+    Node stack[kStackDepth];
     int top = 0;
     stack[top++] = {levels - 1, 0};
     while (top > 0) {
@@ -216,10 +280,11 @@ bool SimplePathSpatialIndex::walkDescending(int bottom, Keep const& keep, AtBott
             }
             continue;
         }
-        int const child = 2 * node.index;
-        stack[top++] = {node.level - 1, child};
-        if (child + 1 < levelCount[node.level - 1]) {
-            stack[top++] = {node.level - 1, child + 1}; // on top: the later half is walked first
+        // The latest part goes on top, to be walked first.
+        int const first = kFanOut * node.index;
+        int const end = std::min(first + kFanOut, levelCount[node.level - 1]);
+        for (int child = first; child < end; ++child) {
+            stack[top++] = {node.level - 1, child};
         }
     }
     return true;
@@ -233,9 +298,15 @@ SimplePath::Result SimplePathSpatialIndex::findClosestPosition(DPoint const& poi
 
 // The member's answer is the end anchor or the segment of least squared distance (each segment solved by
 // PBezier::findNearestPointTValue, clamped to [0, 1]), the lowest segment on a tie, a segment winning a
-// tie with the end anchor. Here the boxes are searched depth first, the nearer half first, and a box is
-// passed over when its distance bound exceeds the best squared distance so far: nothing inside could win
-// or tie. Ties are settled by the segment index, so the visiting order does not matter.
+// tie with the end anchor. Ties are settled by the segment index, so the order of solving does not matter.
+//
+// Solving a segment costs as much as visiting a few dozen boxes, so the search runs in two passes. The
+// first walks the boxes depth first, the nearest part first, and collects the segments whose box may hold
+// the answer; it prunes with the nearest anchor seen so far, a distance some segment is sure to reach
+// (with a margin for the rounding of the solver's own distance, so that a pruned box could neither win
+// nor tie). The second solves the collected segments in the order of their box bounds and stops at the
+// first bound beyond the best distance found, so that only segments that could still win are solved.
+// Should more segments qualify than the pass can hold, the rest are solved as they are met.
 SimplePath::Result SimplePathSpatialIndex::findClosestPosition(DPoint const& point,
                                                                SimplePathPosition& position,
                                                                double& squaredDistance) const {
@@ -257,17 +328,53 @@ SimplePath::Result SimplePathSpatialIndex::findClosestPosition(DPoint const& poi
     int bestSegment = segments;
     double bestParameter = 0.0;
     double best = ::squaredDistance(reader.anchor(reader.endTriple()), point);
+    auto const solve = [&](int s) {
+        PBezier const& b = curves[static_cast<std::size_t>(s)];
+        if (hullGap(b, point) > best) {
+            return; // cannot win or tie
+        }
+        double t = b.findNearestPointTValue(point);
+        t = t < 0.0 ? 0.0 : (t > 1.0 ? 1.0 : t);
+        double const d = ::squaredDistance(b.bValue(t), point);
+        if (d < best || (d == best && s < bestSegment)) {
+            best = d;
+            bestSegment = s;
+            bestParameter = t;
+        }
+    };
 
+    // Pass one. `reach` bounds the answer from above: the end anchor's distance (exact), or the distance of
+    // an anchor of a collected segment, widened by a few ulps of the coordinates involved, since the solver
+    // works in another basis and evaluates its answer with rounding of that size.
+    auto const widened = [&point](PBezier const& b, double squared) {
+        double const d = std::sqrt(squared) + simplepath_tolerance::kRoundingGuard * scaleOf(b, point);
+        return d * d * (1.0 + simplepath_tolerance::kRoundingGuard);
+    };
+    struct Candidate {
+        double bound;
+        int segment;
+    };
+    constexpr int kMaxCandidates = 128;
+    Candidate candidates[kMaxCandidates];
+    int collected = 0;
+    double reach = best;
     struct Node {
         int level, index;
         double bound;
     };
-    Node stack[kMaxLevels + 2];
+    Node stack[kStackDepth];
     int top = 0;
-    stack[top++] = {levels - 1, 0, squaredGap(box(levels - 1, 0), point)};
+    // A box's visit reads its parts, likely far from anything read lately: ask for them as the box is
+    // stacked, so that the memory is on its way while the walk works elsewhere.
+    auto const push = [&](Node const& node) {
+        prefetchParts(node.level, node.index);
+        stack[top++] = node;
+    };
+    push({levels - 1, 0, squaredGap(box(levels - 1, 0), point)});
     while (top > 0) {
         Node const node = stack[--top];
-        if (node.bound > best) {
+        double const limit = reach < best ? reach : best;
+        if (node.bound > limit) {
             continue;
         }
         if (node.level == 0) {
@@ -275,47 +382,59 @@ SimplePath::Result SimplePathSpatialIndex::findClosestPosition(DPoint const& poi
             if (s >= segments) {
                 continue;
             }
-            PBezier const& b = curves[static_cast<std::size_t>(s)];
-            double t = b.findNearestPointTValue(point);
-            t = t < 0.0 ? 0.0 : (t > 1.0 ? 1.0 : t);
-            double const d = ::squaredDistance(b.bValue(t), point);
-            if (d < best || (d == best && s < bestSegment)) {
-                best = d;
-                bestSegment = s;
-                bestParameter = t;
-            }
-            continue;
-        }
-        int const level = node.level - 1;
-        int const left = 2 * node.index;
-        Box const leftBox = box(level, left);
-        double const leftBound = squaredGap(leftBox, point);
-        if (left + 1 < levelCount[level]) {
-            Box const rightBox = box(level, left + 1);
-            double const rightBound = squaredGap(rightBox, point);
-            // The nearer half goes on top, to be searched first. When the point lies in both boxes (high up
-            // in the hierarchy, where boxes are large), the one whose centre is nearer.
-            bool rightFirst = rightBound < leftBound;
-            if (leftBound == 0.0 && rightBound == 0.0) {
-                rightFirst =
-                    ::squaredDistance(centre(rightBox), point) < ::squaredDistance(centre(leftBox), point);
-            }
-            if (rightFirst) {
-                if (!(leftBound > best)) {
-                    stack[top++] = {level, left, leftBound};
-                }
-                if (!(rightBound > best)) {
-                    stack[top++] = {level, left + 1, rightBound};
-                }
+            if (collected == kMaxCandidates) {
+                solve(s);
                 continue;
             }
-            if (!(rightBound > best)) {
-                stack[top++] = {level, left + 1, rightBound};
+            candidates[collected++] = {node.bound, s};
+            PBezier const& b = curves[static_cast<std::size_t>(s)];
+            double const nearerAnchor =
+                std::min(::squaredDistance(b[0], point), ::squaredDistance(b[3], point));
+            reach = std::min(reach, widened(b, nearerAnchor));
+            continue;
+        }
+        // The parts within reach go on the stack farthest first, so that the nearest is searched first. When
+        // the point lies in several (high up in the hierarchy, where boxes are large), the one whose centre
+        // is nearer counts as nearer.
+        int const level = node.level - 1;
+        int const first = kFanOut * node.index;
+        int const end = std::min(first + kFanOut, levelCount[level]);
+        struct Part {
+            double bound, centreDistance;
+            int index;
+        };
+        Part parts[kFanOut];
+        int kept = 0;
+        for (int child = first; child < end; ++child) {
+            Box const b = box(level, child);
+            double const bound = squaredGap(b, point);
+            if (bound > limit) {
+                continue;
             }
+            Part const part{bound, bound == 0.0 ? ::squaredDistance(centre(b), point) : 0.0, child};
+            int at = kept++;
+            for (; at > 0 &&
+                   (parts[at - 1].bound < part.bound || (parts[at - 1].bound == part.bound &&
+                                                         parts[at - 1].centreDistance < part.centreDistance));
+                 --at) {
+                parts[at] = parts[at - 1];
+            }
+            parts[at] = part;
         }
-        if (!(leftBound > best)) {
-            stack[top++] = {level, left, leftBound};
+        for (int i = 0; i < kept; ++i) {
+            push({level, parts[i].index, parts[i].bound});
         }
+    }
+
+    // Pass two: nearest bound first (box bounds are never NaN).
+    std::sort(candidates, candidates + collected, [](Candidate const& a, Candidate const& b) {
+        return a.bound < b.bound || (a.bound == b.bound && a.segment < b.segment);
+    });
+    for (int i = 0; i < collected; ++i) {
+        if (candidates[i].bound > best) {
+            break;
+        }
+        solve(candidates[i].segment);
     }
     position.setValues(bestSegment, bestParameter);
     squaredDistance = best;
@@ -423,7 +542,7 @@ SimplePath::Result SimplePathSpatialIndex::pickVertex(DPoint const& point, doubl
     SimplePathVertex* picked = nullptr;
     auto const pass = [&](bool anchors) {
         walkDescending(1, near, [&](int j) {
-            for (int i = 2 * j + 1; i >= 2 * j; --i) {
+            for (int i = kFanOut * j + kFanOut - 1; i >= kFanOut * j; --i) {
                 if (i >= triples) {
                     continue;
                 }
@@ -495,7 +614,7 @@ SimplePath::Result SimplePathSpatialIndex::pickPosition(DPoint const& point, dou
     } else {
         auto const near = [&](Box const& box) { return !(squaredGap(box, point) >= limit); };
         walkDescending(1, near, [&](int j) {
-            for (int i = 2 * j + 1; i >= 2 * j; --i) {
+            for (int i = kFanOut * j + kFanOut - 1; i >= kFanOut * j; --i) {
                 if (i < n && hit(i)) {
                     picked = i;
                     return false;

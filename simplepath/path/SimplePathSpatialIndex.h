@@ -26,10 +26,10 @@
 // edit, build() again.
 //
 // Structure. Leaf i holds a copy of the control points of segment i, in path order, and stands for their
-// box (which holds the curve), widened by a rounding margin; the level above holds the boxes of pairs of
-// consecutive leaves together with the vertices of their two triples, and so on up to one box for the whole
-// path. The hierarchy follows path order rather than sorting the segments in space: a path is a chain of
-// segments joined end to end, so a run of consecutive segments stays within the reach of its own control
+// box (which holds the curve), widened by a rounding margin; the level above holds the boxes of runs of four
+// consecutive leaves together with the vertices of their four triples, and so on up to one box for the
+// whole path. The hierarchy follows path order rather than sorting the segments in space: a path is a chain
+// of segments joined end to end, so a run of consecutive segments stays within the reach of its own control
 // polygon, and runs make tight boxes on the outlines a design application draws. Path order also makes the
 // building linear in the number of segments, with no sorting, and lets the queries that must answer in
 // path order (the last hit wins in the picks, crossings are listed from the last segment to the first)
@@ -83,18 +83,25 @@ class SimplePathSpatialIndex {
 
   private:
     // Level 0 has one entry per triple: the control box of the segment that starts there (empty for the
-    // last triple of an open path), computed when needed from the copy of the segment's control points
-    // kept in `curves`, so that the bottom of a walk reads one contiguous record per segment and never the
-    // vertex objects. Level k >= 1 starts at levelStart[k] in `boxes` and holds levelCount[k] boxes, each
-    // the union of two boxes of level k - 1 (the last one may have only one); level 1 also takes in the
-    // vertices of its two triples, so that every vertex lies in the boxes above it.
+    // last triple of an open path); the segment's control points are copied to `curves`, so that a query
+    // never reads the vertex objects except to pick one. Level k starts at levelStart[k] in `boxes`
+    // (level 0 at the front) and holds levelCount[k] boxes; above level 0 each is
+    // the union of kFanOut boxes of level k - 1 (the last one may have fewer); level 1 also takes in the
+    // vertices of its triples, so that every vertex lies in the boxes above it.
     static constexpr int kMaxLevels = 40;
+    // Boxes per box of the level above: four 32-byte boxes fill two cache lines, read together, and
+    // halve the depth of a binary hierarchy, so a walk waits for memory half as often.
+    static constexpr int kFanOut = 4;
+    // A walk's stack: every step down pops one box and pushes at most kFanOut.
+    static constexpr int kStackDepth = kMaxLevels * (kFanOut - 1) + 2;
 
     // Copies the control points and fills every level from the path's current vertices; the storage
     // must already be sized.
     void computeBoxes();
     Box box(int level, int index) const;
-    // Walks the hierarchy from the top in descending path order (the later half of every box first),
+    // Asks the processor to start loading the parts of box `index` of `level` (a hint only).
+    void prefetchParts(int level, int index) const;
+    // Walks the hierarchy from the top in descending path order (the latest part of every box first),
     // entering the boxes that pass keep(box) and calling atBottom(i) for each box i of level `bottom`
     // reached, until atBottom returns false. Returns false when it was stopped.
     template <class Keep, class AtBottom>

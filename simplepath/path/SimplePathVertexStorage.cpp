@@ -23,6 +23,7 @@ constexpr std::uint64_t kLoose = 3;
 // gives back the slots it never handed out when it stops handing out from the slab.
 struct Slab {
     std::atomic<std::uint64_t> live;
+    std::uint64_t triples; // capacity, for the cache below
 };
 
 struct Slot {
@@ -55,11 +56,62 @@ Slab& slabOf(void const* vertex, std::uint64_t header) {
 
 // A slab of `triples` triples whose slots are all counted as live: the slots not handed out yet are
 // released in one step when their path stops handing them out.
+// Freed slabs of the growth sizes (4, 8, ... kMaxGrowthTriples triples) are kept for the next path this
+// thread builds, a few of each size, instead of going back to the heap. A path built and freed over and
+// over would otherwise hand the heap a run of memory large enough for it to return to the system, and pay
+// for every page again, first touch and all, on the next build. A thread keeps at most about 0.7 MB.
+//
+// The cache is plain data, so that it can still be reached while the thread's other objects are being
+// destroyed; the keeper below empties it when the thread ends, and from then on slabs go straight to the
+// heap.
+constexpr int kSizeClasses = 9; // 4 << k triples
+constexpr int kKeptPerClass = 4;
+constexpr int kKeptLargest = 2;
+static_assert(4 << (kSizeClasses - 1) == SimplePathVertexStorage::kMaxGrowthTriples,
+              "one class per growth size");
+
+struct SlabCache {
+    unsigned char* kept[kSizeClasses][kKeptPerClass];
+    int count[kSizeClasses];
+    bool closed;
+};
+thread_local SlabCache cache{};
+
+struct SlabCacheKeeper {
+    ~SlabCacheKeeper() {
+        for (int c = 0; c < kSizeClasses; ++c) {
+            while (cache.count[c] > 0) {
+                std::free(cache.kept[c][--cache.count[c]]);
+            }
+        }
+        cache.closed = true;
+    }
+};
+thread_local SlabCacheKeeper keeper;
+
+// The size class of a slab of `triples` triples, or -1.
+int sizeClassOf(std::uint64_t triples) {
+    for (int c = 0; c < kSizeClasses; ++c) {
+        if (triples == (std::uint64_t{4} << c)) {
+            return c;
+        }
+    }
+    return -1;
+}
+
+// A slab of `triples` triples whose slots are all counted as live: the slots not handed out yet are
+// released in one step when their path stops handing them out.
 unsigned char* newSlab(int triples) noexcept {
     std::size_t const slots = 3 * static_cast<std::size_t>(triples);
-    auto* const memory = static_cast<unsigned char*>(std::malloc(sizeof(Slab) + slots * sizeof(Slot)));
+    int const sizeClass = sizeClassOf(static_cast<std::uint64_t>(triples));
+    unsigned char* memory = nullptr;
+    if (sizeClass >= 0 && cache.count[sizeClass] > 0) {
+        memory = cache.kept[sizeClass][--cache.count[sizeClass]];
+    } else {
+        memory = static_cast<unsigned char*>(std::malloc(sizeof(Slab) + slots * sizeof(Slot)));
+    }
     if (memory != nullptr) {
-        ::new (memory) Slab{{slots}};
+        ::new (memory) Slab{{slots}, static_cast<std::uint64_t>(triples)};
     }
     return memory;
 }
@@ -67,7 +119,14 @@ unsigned char* newSlab(int triples) noexcept {
 // Takes `count` slots off the slab's live count; the last ones out free it.
 void releaseSlots(Slab& slab, std::uint64_t count) noexcept {
     if (count != 0 && slab.live.fetch_sub(count, std::memory_order_acq_rel) == count) {
+        int const sizeClass = sizeClassOf(slab.triples);
         slab.~Slab();
+        if (sizeClass >= 0 && !cache.closed &&
+            cache.count[sizeClass] < (sizeClass == kSizeClasses - 1 ? kKeptLargest : kKeptPerClass)) {
+            (void)&keeper; // the first slab kept by a thread sets up the emptying of its cache
+            cache.kept[sizeClass][cache.count[sizeClass]++] = reinterpret_cast<unsigned char*>(&slab);
+            return;
+        }
         std::free(&slab);
     }
 }
@@ -119,7 +178,12 @@ bool SimplePathVertexStorage::open(int triples) noexcept {
 
 void SimplePathVertexStorage::reserve(int count) noexcept {
     if (count > capacity - used) {
-        (void)open(count);
+        // Up to the largest growth size, a whole size class, so that the slab can be kept for reuse.
+        int triples = 4;
+        while (triples < count && triples < kMaxGrowthTriples) {
+            triples *= 2;
+        }
+        (void)open(count > triples ? count : triples);
     }
 }
 
