@@ -69,23 +69,15 @@ DPoint AverageVertexOperation::alignedAnchor(short int code, DPoint const& ancho
 SimplePathOperation::Result
 AverageVertexOperation::executeOperation(std::list<PHashablePointer<SimplePath>>& affectedPaths,
                                          SimplePathChangeInstruction& change) {
-    if (applied) {
-        return EditFailed;
-    }
-    if (!takeMemento(path, memento)) {
-        return MementoFailed;
-    }
-    SimplePathVertex* first = nullptr;
-    SimplePathVertex* anchor = nullptr;
-    SimplePathVertex* last = nullptr;
-    SimplePathVertexTriple::VertexTripleMode mode = SimplePathVertexTriple::Cusp;
-    if (vertex == nullptr || path->getVertexInfo(vertex, first, anchor, last, mode) != SimplePath::Success) {
-        return EditFailed;
+    SimplePathVertexTriple triple;
+    Result const begun = beginTripleEdit(applied, path, memento, vertex, triple);
+    if (begun != Success) {
+        return begun;
     }
     DPoint const before = vertex->getLocation();
-    DPoint const a = boxForm.xform(anchor->getLocation());
-    DPoint const in = boxForm.xform(first->getLocation());
-    DPoint const out = boxForm.xform(last->getLocation());
+    DPoint const a = boxForm.xform(triple.anchor->getLocation());
+    DPoint const in = boxForm.xform(triple.first->getLocation());
+    DPoint const out = boxForm.xform(triple.last->getLocation());
     // Mapped in place and kept mapped, deliberately (see the class comment).
     p0 = boxForm.xform(p0);
     p1 = boxForm.xform(p1);
@@ -93,12 +85,9 @@ AverageVertexOperation::executeOperation(std::list<PHashablePointer<SimplePath>>
 
     DPoint const target = alignedAnchor(alignment, a, p0, p1, p2);
     DVector const shift = target - a;
-    DPoint const anchorTo = boxForm.xforminv(target);
-    DPoint const firstTo = boxForm.xforminv(in + shift);
-    DPoint const lastTo = boxForm.xforminv(out + shift);
-    if (!isFinite(firstTo) || !isFinite(anchorTo) || !isFinite(lastTo) ||
-        path->changeTriple(first, firstTo, anchor, anchorTo, last, lastTo, mode, change) !=
-            SimplePath::Success) {
+    SimplePathLocationTriple const to(boxForm.xforminv(in + shift), boxForm.xforminv(target),
+                                      boxForm.xforminv(out + shift), triple.mode);
+    if (!writeTriple(*path, triple, to, change)) {
         return EditFailed;
     }
     vertexBefore = before;
@@ -125,14 +114,9 @@ int AverageVertexOperation::RetreiveSegIndependentInfo(SegmentIndependentInforma
 
 int AverageVertexOperation::ApplySegIndependentInfo(SegmentIndependentInformation*& info) {
     auto const* record = applicableRecord<AveOpInformation>(info);
-    PHashablePointer<SimplePath> foundPath;
-    SimplePathVertex* foundVertex = nullptr;
-    if (memento != nullptr || record == nullptr ||
-        !pick(*record, record->vertexLocation, foundPath, foundVertex) || foundVertex == nullptr) {
+    if (record == nullptr || !retarget(*record, record->vertexLocation, memento, path, vertex)) {
         return 0;
     }
-    path = foundPath;
-    vertex = foundVertex;
     p0 = record->p0;
     p1 = record->p1;
     p2 = record->p2;

@@ -23,19 +23,15 @@ ChangeSimplePathVertexOperation::~ChangeSimplePathVertexOperation() {
 SimplePathOperation::Result
 ChangeSimplePathVertexOperation::executeOperation(std::list<PHashablePointer<SimplePath>>& affectedPaths,
                                                   SimplePathChangeInstruction& change) {
-    if (applied) {
-        return EditFailed;
+    Result const begun = beginEdit(applied, path, memento);
+    if (begun != Success) {
+        return begun;
     }
-    if (!takeMemento(path, memento)) {
-        return MementoFailed;
-    }
-    if (current.anchor == nullptr || !isFinite(target.first) || !isFinite(target.anchor) ||
-        !isFinite(target.last)) {
+    if (current.anchor == nullptr) {
         return EditFailed;
     }
     DPoint const before = current.anchor->getLocation();
-    if (path->changeTriple(current.first, target.first, current.anchor, target.anchor, current.last,
-                           target.last, target.mode, change) != SimplePath::Success) {
+    if (!writeTriple(*path, current, target, change)) {
         return EditFailed;
     }
     anchorBefore = before;

@@ -12,14 +12,7 @@ ClosePathsSimplePathOperation::ClosePathsSimplePathOperation(ClosePathsSimplePat
     : SimplePathUnrecordedOperation(other), paths(other.paths) {}
 
 ClosePathsSimplePathOperation::~ClosePathsSimplePathOperation() {
-    releaseMementos();
-}
-
-void ClosePathsSimplePathOperation::releaseMementos() {
-    for (SimplePathMemento* m : mementos) {
-        delete m;
-    }
-    mementos.clear();
+    releaseMementos(mementos);
 }
 
 SimplePathOperation::Result
@@ -29,14 +22,7 @@ ClosePathsSimplePathOperation::executeOperation(std::list<PHashablePointer<Simpl
         return EditFailed;
     }
     for (PHashablePointer<SimplePath> const& path : paths) {
-        SimplePathMemento* memento = nullptr;
-        if (!takeMemento(path, memento)) {
-            return MementoFailed;
-        }
-        try {
-            mementos.push_back(memento);
-        } catch (std::bad_alloc const&) {
-            delete memento;
+        if (!keepMemento(path, mementos)) {
             return MementoFailed;
         }
         if (path->setClosed(change) != SimplePath::Success) {
@@ -48,11 +34,5 @@ ClosePathsSimplePathOperation::executeOperation(std::list<PHashablePointer<Simpl
 }
 
 void ClosePathsSimplePathOperation::undoOperation() {
-    auto memento = mementos.begin();
-    for (auto path = paths.begin(); path != paths.end() && memento != mementos.end(); ++path, ++memento) {
-        if (*path != nullptr) {
-            (void)(*path)->undo(*memento); // fails only without memory: the path stays as it is
-        }
-    }
-    releaseMementos();
+    restoreMementos(paths, mementos);
 }

@@ -24,8 +24,6 @@ class ClosePathsSimplePathOperation : public SimplePathUnrecordedOperation {
     void undoOperation() override;
 
   private:
-    void releaseMementos();
-
     std::list<PHashablePointer<SimplePath>> paths;
     std::list<SimplePathMemento*> mementos;
 };

@@ -15,14 +15,7 @@ CurvedSliceSimplePathOperation::CurvedSliceSimplePathOperation(CurvedSliceSimple
     : SimplePathUnrecordedOperation(other), replaced(other.replaced), pieces(other.pieces) {}
 
 CurvedSliceSimplePathOperation::~CurvedSliceSimplePathOperation() {
-    releaseMementos();
-}
-
-void CurvedSliceSimplePathOperation::releaseMementos() {
-    for (SimplePathMemento* m : mementos) {
-        delete m;
-    }
-    mementos.clear();
+    releaseMementos(mementos);
 }
 
 SimplePathOperation::Result
@@ -32,14 +25,7 @@ CurvedSliceSimplePathOperation::executeOperation(std::list<PHashablePointer<Simp
         return EditFailed;
     }
     for (PHashablePointer<SimplePath> const& path : replaced) {
-        SimplePathMemento* memento = nullptr;
-        if (!takeMemento(path, memento)) {
-            return MementoFailed;
-        }
-        try {
-            mementos.push_back(memento);
-        } catch (std::bad_alloc const&) {
-            delete memento;
+        if (!keepMemento(path, mementos)) {
             return MementoFailed;
         }
         change.insertRemoved(path);
@@ -57,12 +43,5 @@ CurvedSliceSimplePathOperation::executeOperation(std::list<PHashablePointer<Simp
 }
 
 void CurvedSliceSimplePathOperation::undoOperation() {
-    auto memento = mementos.begin();
-    for (auto path = replaced.begin(); path != replaced.end() && memento != mementos.end();
-         ++path, ++memento) {
-        if (*path != nullptr) {
-            (void)(*path)->undo(*memento); // fails only without memory: the path stays as it is
-        }
-    }
-    releaseMementos();
+    restoreMementos(replaced, mementos);
 }

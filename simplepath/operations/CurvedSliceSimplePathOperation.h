@@ -25,8 +25,6 @@ class CurvedSliceSimplePathOperation : public SimplePathUnrecordedOperation {
     void undoOperation() override;
 
   private:
-    void releaseMementos();
-
     std::list<PHashablePointer<SimplePath>> replaced;
     std::list<PHashablePointer<SimplePath>> pieces;
     std::list<SimplePathMemento*> mementos;

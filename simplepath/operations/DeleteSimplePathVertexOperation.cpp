@@ -23,19 +23,12 @@ DeleteSimplePathVertexOperation::~DeleteSimplePathVertexOperation() {
 SimplePathOperation::Result
 DeleteSimplePathVertexOperation::executeOperation(std::list<PHashablePointer<SimplePath>>& affectedPaths,
                                                   SimplePathChangeInstruction& change) {
-    if (applied) {
-        return EditFailed;
+    SimplePathVertexTriple triple;
+    Result const begun = beginTripleEdit(applied, path, memento, vertex, triple);
+    if (begun != Success) {
+        return begun;
     }
-    if (!takeMemento(path, memento)) {
-        return MementoFailed;
-    }
-    SimplePathVertex* first = nullptr;
-    SimplePathVertex* anchor = nullptr;
-    SimplePathVertex* last = nullptr;
-    SimplePathVertexTriple::VertexTripleMode mode = SimplePathVertexTriple::Cusp;
-    if (vertex == nullptr || path->getVertexInfo(vertex, first, anchor, last, mode) != SimplePath::Success) {
-        return EditFailed;
-    }
+    auto [first, anchor, last, mode] = triple;
     DPoint const before = vertex->getLocation();
     if (vertex == anchor) {
         std::vector<SimplePathVertex*> leaving;
@@ -93,13 +86,8 @@ int DeleteSimplePathVertexOperation::RetreiveSegIndependentInfo(SegmentIndepende
 
 int DeleteSimplePathVertexOperation::ApplySegIndependentInfo(SegmentIndependentInformation*& info) {
     auto const* record = applicableRecord<DeleteVOpInformation>(info);
-    PHashablePointer<SimplePath> foundPath;
-    SimplePathVertex* foundVertex = nullptr;
-    if (memento != nullptr || record == nullptr ||
-        !pick(*record, record->vertexLocation, foundPath, foundVertex) || foundVertex == nullptr) {
+    if (record == nullptr || !retarget(*record, record->vertexLocation, memento, path, vertex)) {
         return 0;
     }
-    path = foundPath;
-    vertex = foundVertex;
     return 1;
 }

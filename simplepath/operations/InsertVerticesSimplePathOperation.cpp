@@ -30,11 +30,9 @@ InsertVerticesSimplePathOperation::~InsertVerticesSimplePathOperation() {
 SimplePathOperation::Result
 InsertVerticesSimplePathOperation::executeOperation(std::list<PHashablePointer<SimplePath>>& affectedPaths,
                                                     SimplePathChangeInstruction& change) {
-    if (inserted) {
-        return EditFailed;
-    }
-    if (!takeMemento(path, memento)) {
-        return MementoFailed;
+    Result const begun = beginEdit(inserted, path, memento);
+    if (begun != Success) {
+        return begun;
     }
     int const at = index < 0 ? 0 : index;
     if (at > path->numTriples()) {

@@ -22,28 +22,16 @@ MoveSelectedVerticesOperation::~MoveSelectedVerticesOperation() {
 SimplePathOperation::Result
 MoveSelectedVerticesOperation::executeOperation(std::list<PHashablePointer<SimplePath>>& affectedPaths,
                                                 SimplePathChangeInstruction& change) {
-    if (applied) {
-        return EditFailed;
-    }
-    if (!takeMemento(path, memento)) {
-        return MementoFailed;
-    }
-    SimplePathVertex* first = nullptr;
-    SimplePathVertex* anchor = nullptr;
-    SimplePathVertex* last = nullptr;
-    SimplePathVertexTriple::VertexTripleMode mode = SimplePathVertexTriple::Cusp;
-    if (vertex == nullptr || path->getVertexInfo(vertex, first, anchor, last, mode) != SimplePath::Success) {
-        return EditFailed;
-    }
-    DPoint const firstTo = first->getLocation() + offset;
-    DPoint const anchorTo = anchor->getLocation() + offset;
-    DPoint const lastTo = last->getLocation() + offset;
-    if (!isFinite(firstTo) || !isFinite(anchorTo) || !isFinite(lastTo)) {
-        return EditFailed;
+    SimplePathVertexTriple triple;
+    Result const begun = beginTripleEdit(applied, path, memento, vertex, triple);
+    if (begun != Success) {
+        return begun;
     }
     DPoint const before = vertex->getLocation();
-    if (path->changeTriple(first, firstTo, anchor, anchorTo, last, lastTo, mode, change) !=
-        SimplePath::Success) {
+    SimplePathLocationTriple const to(triple.first->getLocation() + offset,
+                                      triple.anchor->getLocation() + offset,
+                                      triple.last->getLocation() + offset, triple.mode);
+    if (!writeTriple(*path, triple, to, change)) {
         return EditFailed;
     }
     vertexBefore = before;
@@ -66,14 +54,9 @@ int MoveSelectedVerticesOperation::RetreiveSegIndependentInfo(SegmentIndependent
 
 int MoveSelectedVerticesOperation::ApplySegIndependentInfo(SegmentIndependentInformation*& info) {
     auto const* record = applicableRecord<MoveSelVertsOpInformation>(info);
-    PHashablePointer<SimplePath> foundPath;
-    SimplePathVertex* foundVertex = nullptr;
-    if (memento != nullptr || record == nullptr ||
-        !pick(*record, record->vertexLocation, foundPath, foundVertex) || foundVertex == nullptr) {
+    if (record == nullptr || !retarget(*record, record->vertexLocation, memento, path, vertex)) {
         return 0;
     }
-    path = foundPath;
-    vertex = foundVertex;
     offset = record->offset;
     return 1;
 }

@@ -19,11 +19,9 @@ SimplePathModeOperation::~SimplePathModeOperation() {
 SimplePathOperation::Result
 SimplePathModeOperation::executeOperation(std::list<PHashablePointer<SimplePath>>& affectedPaths,
                                           SimplePathChangeInstruction& change) {
-    if (applied) {
-        return EditFailed;
-    }
-    if (!takeMemento(path, memento)) {
-        return MementoFailed;
+    Result const begun = beginEdit(applied, path, memento);
+    if (begun != Success) {
+        return begun;
     }
     SimplePathVertex* which = vertex;
     DPoint const before = locationOf(vertex);
@@ -65,18 +63,9 @@ int SimplePathModeOperation::RetreiveSegIndependentInfo(SegmentIndependentInform
 }
 
 int SimplePathModeOperation::ApplySegIndependentInfo(SegmentIndependentInformation*& info) {
-    // An operation holding a memento is bound to its path: re-aiming it would break its undo.
-    if (memento != nullptr || info == nullptr || info->pathSeg == nullptr || info->getType() != tag()) {
+    if (info == nullptr || info->pathSeg == nullptr || info->getType() != tag()) {
         return 0;
     }
     auto const* record = dynamic_cast<ModeOpInformation const*>(info);
-    PHashablePointer<SimplePath> foundPath;
-    SimplePathVertex* foundVertex = nullptr;
-    if (record == nullptr || !pick(*record, record->vertexLocation, foundPath, foundVertex) ||
-        foundVertex == nullptr) {
-        return 0;
-    }
-    path = foundPath;
-    vertex = foundVertex;
-    return 1;
+    return record != nullptr && retarget(*record, record->vertexLocation, memento, path, vertex) ? 1 : 0;
 }

@@ -22,22 +22,18 @@ SimplePathVertexPickOperation::~SimplePathVertexPickOperation() {
 SimplePathOperation::Result
 SimplePathVertexPickOperation::executeOperation(std::list<PHashablePointer<SimplePath>>& affectedPaths,
                                                 SimplePathChangeInstruction& change) {
-    if (applied) {
-        return EditFailed;
-    }
-    if (!takeMemento(path, memento)) {
-        return MementoFailed;
+    Result const begun = beginEdit(applied, path, memento);
+    if (begun != Success) {
+        return begun;
     }
     SimplePathVertexTriple const& triple = action.getVertexTriple();
     SimplePathLocationTriple const& to = action.getLocationTriple();
-    if (triple.first == nullptr || triple.anchor == nullptr || triple.last == nullptr ||
-        !isFinite(to.first) || !isFinite(to.anchor) || !isFinite(to.last)) {
+    if (triple.first == nullptr || triple.anchor == nullptr || triple.last == nullptr) {
         return EditFailed;
     }
     SimplePathLocationTriple const was(triple.first->getLocation(), triple.anchor->getLocation(),
                                        triple.last->getLocation(), triple.mode);
-    if (path->changeTriple(triple.first, to.first, triple.anchor, to.anchor, triple.last, to.last, to.mode,
-                           change) != SimplePath::Success) {
+    if (!writeTriple(*path, triple, to, change)) {
         return EditFailed;
     }
     before = was;

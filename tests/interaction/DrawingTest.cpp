@@ -44,7 +44,7 @@ int flagCalls(std::vector<std::string> const& log) {
     return count;
 }
 
-TEST(DrawerCurveRep, WholePathFillsEveryTripleThenSetsTheFlagOnce) {
+TEST(DrawerCurveRep, WholePathFillsEveryTripleThenSetsTheFlagOnceEvenWhenEmpty) {
     for (int closed : {0, 1}) {
         SimplePath const path = makePath(4, closed);
         std::vector<std::string> log;
@@ -64,24 +64,20 @@ TEST(DrawerCurveRep, WholePathFillsEveryTripleThenSetsTheFlagOnce) {
         EXPECT_EQ(rep.closed, closed);
         EXPECT_EQ(flagCalls(log), 1);
         EXPECT_EQ(log.back(), closed ? "rep0 closed" : "rep0 open"); // after the last triple
+
+        // An empty path still sets its flag.
+        SimplePath empty;
+        empty.setStrictClosed(closed);
+        Rep none(nullptr, 1);
+        Mode* noModes = nullptr;
+        empty.initializeDrawerCurveRep(none, closed ? &noModes : nullptr);
+        EXPECT_TRUE(none.triples.empty());
+        EXPECT_EQ(none.closed, closed);
+        delete[] noModes; // an array of no entries, or null
     }
 }
 
-TEST(DrawerCurveRep, EmptyPathStillSetsItsFlag) {
-    SimplePath path;
-    path.setStrictClosed(1);
-    Rep rep(nullptr, 0);
-    Mode* modes = nullptr;
-    path.initializeDrawerCurveRep(rep, &modes);
-    EXPECT_TRUE(rep.triples.empty());
-    EXPECT_EQ(rep.closed, 1);
-    delete[] modes; // an array of no entries, or null
-    Rep open(nullptr, 1);
-    SimplePath().initializeDrawerCurveRep(open, nullptr);
-    EXPECT_EQ(open.closed, 0);
-}
-
-TEST(DrawerCurveRep, RangeClampsNeverWrapsAndLeavesTheFlagAlone) {
+TEST(DrawerCurveRep, RangeClampsNeverWrapsLeavesTheFlagAloneAndMayBeEmpty) {
     SimplePath const path = makePath(5, 1);
     struct Case {
         int from, to, first, last;
@@ -102,10 +98,8 @@ TEST(DrawerCurveRep, RangeClampsNeverWrapsAndLeavesTheFlagAlone) {
         EXPECT_EQ(flagCalls(log), 0);
         EXPECT_EQ(rep.closed, -1);
     }
-}
 
-TEST(DrawerCurveRep, EmptyRangeFillsNothingAndAllocatesNothing) {
-    SimplePath const path = makePath(5, 0);
+    // An empty range, or a range of an empty path, fills nothing and allocates no modes.
     Mode dummy = SimplePathVertexTriple::Cusp;
     Mode* modes = &dummy;
     Rep rep(nullptr, 0);
@@ -162,6 +156,14 @@ TEST(TransformedCurveRep, MapsEveryPointInOrderAndForwardsTheRest) {
     EXPECT_EQ(shift.forward, 3);
     EXPECT_EQ(log, (std::vector<std::string>{"rep7 add (101 2) (103 4) (105 6)", "rep7 closed", "rep7 pop",
                                              "rep7 open"}));
+
+    // Without an inner rep the points are still mapped, and everything is dropped.
+    TransformedCurveRep bare(nullptr, shift);
+    bare.addTriple(DPoint(), DPoint(), DPoint());
+    bare.setOpen();
+    bare.popBackTriple();
+    EXPECT_EQ(shift.forward, 6);
+    EXPECT_EQ(bare.getFinalRep(), nullptr);
 }
 
 TEST(TransformedCurveRep, DeletesItsInnerRepExactlyOnceAndGoesOneLevelDeep) {
@@ -178,17 +180,6 @@ TEST(TransformedCurveRep, DeletesItsInnerRepExactlyOnceAndGoesOneLevelDeep) {
         EXPECT_EQ(copy.getFinalRep(), nullptr);
     }
     EXPECT_EQ(recording::liveReps(), live);
-}
-
-TEST(TransformedCurveRep, WithoutInnerRepStillMapsAndDropsEverything) {
-    CountingOffset shift;
-    TransformedCurveRep wrapper(nullptr, shift);
-    wrapper.addTriple(DPoint(), DPoint(), DPoint());
-    wrapper.setOpen();
-    wrapper.setClosed();
-    wrapper.popBackTriple();
-    EXPECT_EQ(shift.forward, 3);
-    EXPECT_EQ(wrapper.getFinalRep(), nullptr);
 }
 
 } // namespace

@@ -118,36 +118,6 @@ TEST(MetaOperation, AnEmptyGroupDoesNothingAndItsRecordRebuildsIntoNothing) {
     EXPECT_EQ(nullptr, Meta::MetaOpInformation().records);
 }
 
-// Two open paths and a closed one, apart from each other; built the same way every time.
-struct Drawing {
-    std::vector<std::unique_ptr<SimplePath>> pool;
-    PathSeg seg;
-    Drawing() {
-        std::vector<SimplePathLocationTriple> a, b, c;
-        for (int i = 0; i < 5; ++i) {
-            a.push_back(curved(DPoint(20.0 * i, 0.0), 0.1 * i, i == 1 ? Mode::Smooth : Mode::Cusp));
-        }
-        for (int i = 0; i < 3; ++i) {
-            b.push_back(curved(DPoint(120.0 + 20.0 * i, 40.0), 0.3 * i));
-        }
-        for (int i = 0; i < 4; ++i) {
-            c.push_back(curved(DPoint(20.0 * (i % 2), 100.0 + 20.0 * (i / 2)), 0.2 * i, Mode::Symmetric));
-        }
-        for (auto const* triples : {&a, &b, &c}) {
-            seg.paths.push_back(addPath(pool, *triples, triples == &c ? 1 : 0));
-        }
-    }
-    SimplePath* path(int i) const { return seg.paths[static_cast<std::size_t>(i)]; }
-    SimplePathVertexTriple triple(int p, int i) const { return tripleAt(*path(p), i); }
-    std::vector<std::string> bytes() const {
-        std::vector<std::string> out;
-        for (SimplePath* p : seg.paths) {
-            out.push_back(bytesOf(*p));
-        }
-        return out;
-    }
-};
-
 // A session of vertex edits, each executed as the user makes it and gathered into one group.
 std::unique_ptr<Meta> session(Drawing& d) {
     auto group = std::make_unique<Meta>();

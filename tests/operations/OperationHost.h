@@ -144,4 +144,38 @@ inline SimplePathVertexTriple tripleAt(SimplePath const& path, int index) {
     return path.getTripleList()[index];
 }
 
+// One drawing, built the same way every time: two open paths and a closed one, apart from each other,
+// so that a record taken on one such drawing can be replayed on a fresh copy.
+struct Drawing {
+    std::vector<std::unique_ptr<SimplePath>> pool;
+    PathSeg seg;
+
+    Drawing() {
+        using Mode = SimplePathVertexTriple::VertexTripleMode;
+        std::vector<SimplePathLocationTriple> a, b, c;
+        for (int i = 0; i < 5; ++i) {
+            a.push_back(curved(DPoint(20.0 * i, 0.0), 0.1 * i, i == 1 ? Mode::Smooth : Mode::Cusp));
+        }
+        for (int i = 0; i < 3; ++i) {
+            b.push_back(curved(DPoint(120.0 + 20.0 * i, 40.0), 0.3 * i));
+        }
+        for (int i = 0; i < 4; ++i) {
+            c.push_back(curved(DPoint(20.0 * (i % 2), 100.0 + 20.0 * (i / 2)), 0.2 * i, Mode::Symmetric));
+        }
+        for (auto const* triples : {&a, &b, &c}) {
+            seg.paths.push_back(addPath(pool, *triples, triples == &c ? 1 : 0));
+        }
+    }
+    SimplePath* path(int i) const { return seg.paths[static_cast<std::size_t>(i)]; }
+    SimplePathVertexTriple triple(int p, int i) const { return tripleAt(*path(p), i); }
+    // Every path of the drawing, serialized.
+    std::vector<std::string> bytes() const {
+        std::vector<std::string> out;
+        for (SimplePath* p : seg.paths) {
+            out.push_back(bytesOf(*p));
+        }
+        return out;
+    }
+};
+
 } // namespace ops_test

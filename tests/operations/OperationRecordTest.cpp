@@ -26,36 +26,9 @@ using Op = std::unique_ptr<SimplePathOperation>;
 using Info = SimplePathOperation::SegmentIndependentInformation;
 using Mode = SimplePathVertexTriple::VertexTripleMode;
 
-// One drawing, built the same way every time: two open paths and a closed one, apart from each other.
-struct Drawing {
-    std::vector<std::unique_ptr<SimplePath>> pool;
-    PathSeg seg;
-
-    Drawing() {
-        std::vector<SimplePathLocationTriple> a, b, c;
-        for (int i = 0; i < 5; ++i) {
-            a.push_back(curved(DPoint(20.0 * i, 0.0), 0.1 * i, i == 1 ? Mode::Smooth : Mode::Cusp));
-        }
-        for (int i = 0; i < 3; ++i) {
-            b.push_back(curved(DPoint(120.0 + 20.0 * i, 40.0), 0.3 * i));
-        }
-        for (int i = 0; i < 4; ++i) {
-            c.push_back(curved(DPoint(20.0 * (i % 2), 100.0 + 20.0 * (i / 2)), 0.2 * i, Mode::Symmetric));
-        }
-        for (auto const* triples : {&a, &b, &c}) {
-            seg.paths.push_back(addPath(pool, *triples, triples == &c ? 1 : 0));
-        }
-    }
-    SimplePath* path(int i) const { return seg.paths[static_cast<std::size_t>(i)]; }
-    SimplePathVertexTriple triple(int p, int i) const { return tripleAt(*path(p), i); }
-};
-
 // Every path of the drawing, then every path the edit added, serialized.
 std::vector<std::string> outcome(Drawing const& drawing, SimplePathChangeInstruction const& change) {
-    std::vector<std::string> out;
-    for (SimplePath* p : drawing.seg.paths) {
-        out.push_back(bytesOf(*p));
-    }
+    std::vector<std::string> out = drawing.bytes();
     std::list<PHashablePointer<SimplePath>> added;
     change.simplePathsAdded(added);
     for (auto const& p : added) {
@@ -219,6 +192,7 @@ TEST(OperationRecords, BadRecordsRebuildIntoNothing) {
     std::list<PHashablePointer<SimplePath>> affected;
     SimplePathChangeInstruction change;
     ASSERT_EQ(SimplePathOperation::Success, move->executeOperation(affected, change));
+    moveRecord.vertexLocation = vertexAt + DVector(1, 1); // names the moved vertex where it stands now
     EXPECT_EQ(0, move->ApplySegIndependentInfo(same));
     EXPECT_EQ(1, move->RetreiveSegIndependentInfo(same)); // fills the caller's record
     EXPECT_EQ(vertexAt, moveRecord.vertexLocation);       // where the vertex stood before the move

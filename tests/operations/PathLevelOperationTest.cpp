@@ -7,17 +7,12 @@
 #include <list>
 #include <memory>
 #include <set>
-#include <type_traits>
 #include <vector>
 
 #include <gtest/gtest.h>
 
 #include "OperationHost.h"
 #include "simplepath/edit/SimplePathChangeInstruction.h"
-#include "simplepath/operations/PathDesign.h"
-#include "simplepath/operations/PathUserConsole.h"
-#include "simplepath/operations/PathUserViewSet.h"
-#include "simplepath/operations/PathUserWorkspace.h"
 #include "simplepath/operations/SimplePathOperationFactory.h"
 #include "simplepath/operations/SliceSimplePathOperation.h"
 
@@ -294,21 +289,6 @@ TEST(PathLevelOperations, NoneHasARecordAndTheCallersRecordIsNotFreed) {
         EXPECT_EQ(nullptr, info);
     }
     EXPECT_EQ(0, kept.getType()); // still alive and untouched
-}
-
-TEST(DesignShells, AreEmptyValueClassesAndTheConsoleSlotsDoNothing) {
-    static_assert(std::is_copy_constructible<PathDesign>::value && std::is_copy_assignable<PathDesign>::value,
-                  "");
-    static_assert(std::is_copy_assignable<PathDesign::Memento>::value, "");
-    static_assert(std::is_copy_assignable<PathUserViewSet>::value, "");
-    static_assert(std::is_copy_assignable<PathUserWorkspace>::value, "");
-    static_assert(std::has_virtual_destructor<PathUserConsole>::value, "");
-    PathUserConsole console;
-    PathUserConsole copy(console);
-    copy = console;
-    copy.reserved1();
-    copy.reserved8();
-    SUCCEED();
 }
 
 } // namespace

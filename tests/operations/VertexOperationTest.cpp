@@ -268,10 +268,6 @@ TEST(AddVertex, InsertsAtThePositionAndReusesItsTripleOnRedo) {
         EXPECT_EQ(add->getNewTriple(), tripleAt(*path, 2));
         EXPECT_NEAR(expected.x, at(tripleAt(*path, 2).anchor).x, 1e-12);
     });
-    SimplePathVertexTriple const made = add->getNewTriple();
-    add->undoOperation();
-    ASSERT_EQ(SimplePathOperation::Success, execute(*add).result);
-    EXPECT_EQ(made, tripleAt(*path, 2));
     add->undoOperation();
     // Destroyed undone: it frees its triple.
 }
@@ -390,75 +386,39 @@ TEST(JoinVertices, ResultCodesComeInTheirOrder) {
     EXPECT_EQ(before, drawingState(pool));
 }
 
-TEST(JoinVertices, JoinsIntoOnePathObjectThatRedoRefills) {
-    std::vector<std::unique_ptr<SimplePath>> pool;
-    SimplePath* const a = addPath(pool, row(3), 0);
-    SimplePath* const b = addPath(pool, row(2, 50.0), 0);
-    auto join = std::make_unique<JoinSimplePathVerticesOperation>(a, tripleAt(*a, 0).anchor,
-                                                                  tripleAt(*b, 1).anchor, b);
-    DrawingState const before = drawingState(pool);
-    Outcome const run = execute(*join);
-    ASSERT_EQ(SimplePathOperation::Success, run.result);
-    SimplePath* const joined = join->getJoinedPath();
-    pool.emplace_back(joined); // reported added: the host's now
-    EXPECT_EQ((std::list<PHashablePointer<SimplePath>>{a, b}), run.affected);
-    EXPECT_EQ(5, joined->numTriples());
-    EXPECT_EQ(0, a->numTriples());
-    DrawingState const after = drawingState(pool);
-    join->undoOperation();
-    EXPECT_EQ(before, drawingState(pool));
-    EXPECT_EQ(0, joined->numTriples());
-    ASSERT_EQ(SimplePathOperation::Success, execute(*join).result);
-    EXPECT_EQ(joined, join->getJoinedPath());
-    EXPECT_EQ(after, drawingState(pool));
-}
-
-TEST(JoinVertices, EndsAtOnePlaceMergeAndTheMergedVertexComesBackOnUndo) {
-    std::vector<std::unique_ptr<SimplePath>> pool;
-    SimplePath* const a = addPath(pool, row(3), 0);
-    auto second = row(2, 0.0);
-    for (auto& t : second) {
-        t.first.x += 20.0;
-        t.anchor.x += 20.0;
-        t.last.x += 20.0;
+// Ends apart are joined by a new segment; ends at one place merge into one vertex, which undo gives back
+// (the exact states compare vertex objects). Redo refills the same joined path object.
+TEST(JoinVertices, JoinsIntoOnePathObjectThatUndoEmptiesAndRedoRefills) {
+    for (bool touching : {false, true}) {
+        SCOPED_TRACE(touching);
+        std::vector<std::unique_ptr<SimplePath>> pool;
+        SimplePath* const a = addPath(pool, row(3), 0);
+        auto second = row(2, touching ? 0.0 : 50.0);
+        for (auto& t : second) {
+            t.first.x += 20.0;
+            t.anchor.x += 20.0;
+            t.last.x += 20.0;
+        }
+        SimplePath* const b = addPath(pool, second, 0); // touching: b starts where a ends
+        auto join = std::make_unique<JoinSimplePathVerticesOperation>(a, tripleAt(*a, 2).anchor,
+                                                                      tripleAt(*b, 0).anchor, b);
+        DrawingState const before = drawingState(pool);
+        Outcome const run = execute(*join);
+        ASSERT_EQ(SimplePathOperation::Success, run.result);
+        SimplePath* const joined = join->getJoinedPath();
+        pool.emplace_back(joined); // reported added: the host's now
+        EXPECT_EQ((std::list<PHashablePointer<SimplePath>>{a, b}), run.affected);
+        EXPECT_EQ(touching ? 4 : 5, joined->numTriples());
+        EXPECT_EQ(0, a->numTriples());
+        DrawingState const after = drawingState(pool);
+        join->undoOperation();
+        EXPECT_EQ(before, drawingState(pool));
+        EXPECT_EQ(0, joined->numTriples());
+        ASSERT_EQ(SimplePathOperation::Success, execute(*join).result);
+        EXPECT_EQ(joined, join->getJoinedPath());
+        EXPECT_EQ(after, drawingState(pool));
+        // Destroyed with the join in effect: a merged-away triple is freed by the operation.
     }
-    SimplePath* const b = addPath(pool, second, 0); // b starts where a ends
-    SimplePathVertex* const merged = tripleAt(*b, 0).anchor;
-    auto join = std::make_unique<JoinSimplePathVerticesOperation>(a, tripleAt(*a, 2).anchor, merged, b);
-    DrawingState const before = drawingState(pool);
-    ASSERT_EQ(SimplePathOperation::Success, execute(*join).result);
-    pool.emplace_back(join->getJoinedPath().pointer);
-    EXPECT_EQ(4, join->getJoinedPath()->numTriples());
-    DrawingState const after = drawingState(pool);
-    join->undoOperation();
-    EXPECT_EQ(before, drawingState(pool));
-    EXPECT_EQ(merged, tripleAt(*b, 0).anchor);
-    ASSERT_EQ(SimplePathOperation::Success, execute(*join).result);
-    EXPECT_EQ(after, drawingState(pool));
-    // Destroyed with the join in effect: the merged-away triple is freed by the operation.
-}
-
-TEST(SplitVertex, AnOpenPathFallsApartIntoPiecesThatRedoRefills) {
-    std::vector<std::unique_ptr<SimplePath>> pool;
-    SimplePath* const path = addPath(pool, row(4), 0);
-    SimplePathPosition position;
-    EXPECT_EQ(SimplePath::Success, path->makePosition(1, 0.7, position)); // nearest anchor: 2
-    auto split = std::make_unique<SplitSimplePathVertexOperation>(path, position, nullptr, nullptr);
-    DrawingState const before = drawingState(pool);
-    Outcome const run = execute(*split);
-    ASSERT_EQ(SimplePathOperation::Success, run.result);
-    pool.emplace_back(split->getFirstPiece().pointer);
-    pool.emplace_back(split->getSecondPiece().pointer);
-    EXPECT_EQ(3, split->getFirstPiece()->numTriples());
-    EXPECT_EQ(2, split->getSecondPiece()->numTriples());
-    EXPECT_EQ(0, path->numTriples());
-    DrawingState const after = drawingState(pool);
-    split->undoOperation();
-    EXPECT_EQ(before, drawingState(pool));
-    ASSERT_EQ(SimplePathOperation::Success, execute(*split).result);
-    EXPECT_EQ(after, drawingState(pool));
-    split->undoOperation();
-    EXPECT_EQ(before, drawingState(pool));
 }
 
 TEST(SplitVertex, AClosedPathOpensAtTheAnchorAndEndAnchorsCannotBeSplit) {

@@ -101,6 +101,46 @@ struct PathOption {
     std::optional<int> get() const { return option->count() > 0 ? std::optional<int>(value) : std::nullopt; }
 };
 
+// The pointer of a vertex drag (preview and move): where it goes, which handle it pulls instead of the
+// anchor, and what constrains it.
+struct PointerOptions {
+    std::vector<double> to;
+    std::string handle;
+    std::string snap;
+
+    void add(CLI::App& app) {
+        app.add_option("--to", to, "where the pointer goes")->expected(2)->required();
+        app.add_option("--handle", handle, "drag a handle instead of the anchor")
+            ->check(CLI::IsMember({"in", "out"}));
+        app.add_option("--snap", snap, "constrain the pointer")
+            ->check(CLI::IsMember({"angle", "horizontal", "vertical"}));
+    }
+
+    template <class DragStep> void finish(DragStep& step) const {
+        step.to = DPoint(to[0], to[1]);
+        step.handle = handle == "in"    ? PreviewHandle::In
+                      : handle == "out" ? PreviewHandle::Out
+                                        : PreviewHandle::None;
+        step.snap = snap == "angle"        ? PreviewSnap::Angle
+                    : snap == "horizontal" ? PreviewSnap::Horizontal
+                    : snap == "vertical"   ? PreviewSnap::Vertical
+                                           : PreviewSnap::None;
+    }
+};
+
+// The path index P that opens a `P:...` argument; false when the text does not begin with a number and a
+// colon.
+bool pathBeforeColon(std::string const& text, int& path) {
+    std::size_t const colon = text.find(':');
+    std::size_t used = 0;
+    try {
+        path = std::stoi(text.substr(0, colon), &used);
+    } catch (std::exception const&) {
+        return false;
+    }
+    return colon != std::string::npos && used == colon;
+}
+
 using Finisher = std::function<Step()>;
 
 struct CommandEntry {
@@ -112,6 +152,19 @@ struct CommandEntry {
 
 template <class T> std::shared_ptr<T> keep(T value = T()) {
     return std::make_shared<T>(std::move(value));
+}
+
+// The commands whose step takes only an output file, or only a path.
+template <class OutputStep> Finisher outputOnly(CLI::App& app) {
+    auto step = keep<OutputStep>();
+    app.add_option("-o,--output", step->output, "write here instead of the global -o");
+    return [step] { return Step(*step); };
+}
+
+template <class PathStep> Finisher pathOnly(CLI::App& app) {
+    auto step = keep<PathStep>();
+    app.add_option("--path", step->path, "the path, by index (default 0)");
+    return [step] { return Step(*step); };
 }
 
 std::vector<CommandEntry> const& commandTable() {
@@ -162,47 +215,26 @@ std::vector<CommandEntry> const& commandTable() {
              };
          }},
         {"convert", "convert [-o FILE]", "write the paths as they stand (--format d, svg or spath; --json)",
-         [](CLI::App& app) -> Finisher {
-             auto step = keep<ConvertStep>();
-             app.add_option("-o,--output", step->output, "write here instead of the global -o");
-             return [step] { return Step(*step); };
-         }},
+         outputOnly<ConvertStep>},
         {"render", "render [-o FILE]", "an SVG drawing of the paths with their anchors and handles",
-         [](CLI::App& app) -> Finisher {
-             auto step = keep<RenderStep>();
-             app.add_option("-o,--output", step->output, "write here instead of the global -o");
-             return [step] { return Step(*step); };
-         }},
+         outputOnly<RenderStep>},
         {"preview",
          "preview --vertex I [--vertex J...] --to X Y [--path P] [--handle in|out] "
          "[--snap angle|horizontal|vertical] [-o FILE]",
          "an SVG of what dragging a vertex (or several) to a point would draw",
          [](CLI::App& app) -> Finisher {
              auto step = keep<PreviewStep>();
-             auto to = keep<std::vector<double>>();
-             auto handle = keep<std::string>();
-             auto snap = keep<std::string>();
+             auto pointer = keep<PointerOptions>();
              app.add_option("--path", step->path, "the path, by index (default 0)");
              app.add_option("--vertex", step->vertices, "the dragged vertex; more for a selection")
                  ->required()
                  ->expected(1, 1 << 20)
                  ->take_all();
-             app.add_option("--to", *to, "where the pointer goes")->expected(2)->required();
-             app.add_option("--handle", *handle, "drag a handle instead of the anchor")
-                 ->check(CLI::IsMember({"in", "out"}));
-             app.add_option("--snap", *snap, "constrain the pointer")
-                 ->check(CLI::IsMember({"angle", "horizontal", "vertical"}));
+             pointer->add(app);
              app.add_option("-o,--output", step->output, "write here instead of the global -o");
-             return [step, to, handle, snap] {
+             return [step, pointer] {
                  PreviewStep result = *step;
-                 result.to = DPoint((*to)[0], (*to)[1]);
-                 result.handle = *handle == "in"    ? PreviewHandle::In
-                                 : *handle == "out" ? PreviewHandle::Out
-                                                    : PreviewHandle::None;
-                 result.snap = *snap == "angle"        ? PreviewSnap::Angle
-                               : *snap == "horizontal" ? PreviewSnap::Horizontal
-                               : *snap == "vertical"   ? PreviewSnap::Vertical
-                                                       : PreviewSnap::None;
+                 pointer->finish(result);
                  if (result.handle != PreviewHandle::None && result.vertices.size() > 1) {
                      throw UsageError{"--handle drags one vertex: give a single --vertex"};
                  }
@@ -264,13 +296,7 @@ std::vector<CommandEntry> const& commandTable() {
                          std::size_t const colon = e.find(':');
                          std::string const side =
                              colon == std::string::npos ? std::string() : e.substr(colon + 1);
-                         std::size_t used = 0;
-                         try {
-                             parsed[i].path = std::stoi(e.substr(0, colon), &used);
-                         } catch (std::exception const&) {
-                             used = std::string::npos;
-                         }
-                         if (used != colon || (side != "start" && side != "end")) {
+                         if (!pathBeforeColon(e, parsed[i].path) || (side != "start" && side != "end")) {
                              throw UsageError{"a path end is P:start or P:end, not '" + e + "'"};
                          }
                          parsed[i].atStart = side == "start";
@@ -302,26 +328,13 @@ std::vector<CommandEntry> const& commandTable() {
          "drag a vertex or one of its handles to a point",
          [](CLI::App& app) -> Finisher {
              auto step = keep<MoveStep>();
-             auto to = keep<std::vector<double>>();
-             auto handle = keep<std::string>();
-             auto snap = keep<std::string>();
+             auto pointer = keep<PointerOptions>();
              app.add_option("--path", step->path, "the path, by index (default 0)");
              app.add_option("--vertex", step->vertex, "the vertex, by index on the path")->required();
-             app.add_option("--to", *to, "where the pointer goes")->expected(2)->required();
-             app.add_option("--handle", *handle, "drag a handle instead of the anchor")
-                 ->check(CLI::IsMember({"in", "out"}));
-             app.add_option("--snap", *snap, "constrain the pointer")
-                 ->check(CLI::IsMember({"angle", "horizontal", "vertical"}));
-             return [step, to, handle, snap] {
+             pointer->add(app);
+             return [step, pointer] {
                  MoveStep result = *step;
-                 result.to = DPoint((*to)[0], (*to)[1]);
-                 result.handle = *handle == "in"    ? PreviewHandle::In
-                                 : *handle == "out" ? PreviewHandle::Out
-                                                    : PreviewHandle::None;
-                 result.snap = *snap == "angle"        ? PreviewSnap::Angle
-                               : *snap == "horizontal" ? PreviewSnap::Horizontal
-                               : *snap == "vertical"   ? PreviewSnap::Vertical
-                                                       : PreviewSnap::None;
+                 pointer->finish(result);
                  return Step(result);
              };
          }},
@@ -339,35 +352,18 @@ std::vector<CommandEntry> const& commandTable() {
                  SliceStep step;
                  for (std::size_t i = 0; i < 2; ++i) {
                      std::string const& text = (*at)[i];
-                     std::size_t const colon = text.find(':');
-                     std::size_t used = 0;
                      int path = -1;
-                     try {
-                         path = std::stoi(text.substr(0, colon), &used);
-                     } catch (std::exception const&) {
-                         used = std::string::npos;
-                     }
-                     if (colon == std::string::npos || used != colon) {
+                     if (!pathBeforeColon(text, path)) {
                          throw UsageError{"a slice position is P:SEG:T, not '" + text + "'"};
                      }
-                     PathPosition const p = TargetOptions::parsePosition(text.substr(colon + 1));
+                     PathPosition const p = TargetOptions::parsePosition(text.substr(text.find(':') + 1));
                      step.at[i] = SlicePoint{path, p.segment, p.t};
                  }
                  return Step(step);
              };
          }},
-        {"close", "close [--path P]", "close an open path",
-         [](CLI::App& app) -> Finisher {
-             auto step = keep<CloseStep>();
-             app.add_option("--path", step->path, "the path, by index (default 0)");
-             return [step] { return Step(*step); };
-         }},
-        {"delete-path", "delete-path [--path P]", "delete a whole path",
-         [](CLI::App& app) -> Finisher {
-             auto step = keep<DeletePathStep>();
-             app.add_option("--path", step->path, "the path, by index (default 0)");
-             return [step] { return Step(*step); };
-         }},
+        {"close", "close [--path P]", "close an open path", pathOnly<CloseStep>},
+        {"delete-path", "delete-path [--path P]", "delete a whole path", pathOnly<DeletePathStep>},
         {"undo", "undo", "take back the edit before it",
          [](CLI::App&) -> Finisher { return [] { return Step(UndoStep{}); }; }},
         {"transform",

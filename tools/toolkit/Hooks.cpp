@@ -8,8 +8,7 @@
 #include "simplepath/edit/SimplePathChangeInstruction.h"
 #include "simplepath/interfaces/BinaryDeserializer.h"
 #include "simplepath/interfaces/BinarySerializer.h"
-#include "simplepath/interfaces/PBezierCurve.h"
-#include "simplepath/path/SimplePathConversion.h"
+#include "simplepath/path/SimplePathLocationTriple.h"
 #include "simplepath/path/SimplePathSerializer.h"
 
 #include <cmath>
@@ -44,72 +43,6 @@ void markRetractedVerticesCusp(SimplePath& path) {
     }
 }
 
-std::unique_ptr<SimplePath> makePathOfChain(CubicChain const& chain) {
-    if (chain.segments.empty()) {
-        auto path = std::make_unique<SimplePath>();
-        SimplePathVertex* anchor = nullptr;
-        // Only an exhausted heap fails; the path is then empty and written as such.
-        (void)path->addSingle(chain.start, anchor);
-        path->setStrictClosed(chain.closed ? 1 : 0);
-        return path;
-    }
-    PBezierCurve curve;
-    for (std::size_t i = 0; i < chain.segments.size(); ++i) {
-        CubicSegment const& s = chain.segments[i];
-        curve.getSegments().add(PBezier(segmentStart(chain, i), s[0], s[1], s[2]));
-    }
-    curve.setStrictIsClosed(chain.closed ? 1 : 0);
-    PList<PBezierCurve> curves;
-    curves.add(curve);
-    std::list<PHashablePointer<SimplePath>> made;
-    if (createSimplePaths(curves, made, chain.closed ? 1 : 0) != 0 || made.size() != 1) {
-        for (PHashablePointer<SimplePath> const& p : made) {
-            delete p.pointer;
-        }
-        return nullptr;
-    }
-    std::unique_ptr<SimplePath> path(made.front().pointer);
-    markRetractedVerticesCusp(*path);
-    // Without forcing, the conversion takes an open chain whose last inner control lies on its start for a
-    // closed one (an open outline that returns to its start in a straight line). Open it again and give it
-    // back its final vertex.
-    if (!chain.closed && path->isClosedSimplePath() != 0) {
-        path->setStrictClosed(0);
-        CubicSegment const& last = chain.segments.back();
-        SimplePathVertex* first = nullptr;
-        SimplePathVertex* anchor = nullptr;
-        SimplePathVertex* out = nullptr;
-        // Only an exhausted heap fails; the path then lacks its end triple.
-        (void)path->addTriple(last[1], first, last[2], anchor, last[2], out, SimplePathVertexTriple::Cusp);
-    }
-    return path;
-}
-
-CubicChain makeChainOfPath(SimplePath const& path) {
-    CubicChain chain;
-    chain.closed = path.isClosedSimplePath() != 0;
-    if (path.numTriples() == 1) {
-        // A single vertex: a lone point, or when closed one segment from the anchor round to itself.
-        std::list<SimplePathLocationTriple> triples;
-        // Reading the locations always succeeds.
-        (void)path.getLocationTripleList(triples);
-        SimplePathLocationTriple const& t = triples.front();
-        chain.start = t.anchor;
-        if (chain.closed) {
-            chain.segments.push_back({t.last, t.first, t.anchor});
-        }
-        return chain;
-    }
-    PBezierCurve curve;
-    createBezierCurve(path, curve);
-    PList<PBezier> const& segments = curve.getSegments();
-    chain.start = segments[0][0];
-    for (PBezier const& b : segments) {
-        chain.segments.push_back({b[1], b[2], b[3]});
-    }
-    return chain;
-}
-
 bool allFinite(SimplePath const& path) {
     std::list<SimplePathLocationTriple> triples;
     // Reading the locations always succeeds.
@@ -127,11 +60,11 @@ bool allFinite(SimplePath const& path) {
 } // namespace
 
 std::unique_ptr<SimplePath> pathOfChain(CubicChain const& chain) {
-    return makePathOfChain(chain);
-}
-
-CubicChain chainOfPath(SimplePath const& path) {
-    return makeChainOfPath(path);
+    std::unique_ptr<SimplePath> path = pathOfChainInferringModes(chain);
+    if (path != nullptr) {
+        markRetractedVerticesCusp(*path);
+    }
+    return path;
 }
 
 int checkDrawingFinite(Session& session, char const* command) {
@@ -147,7 +80,7 @@ int checkDrawingFinite(Session& session, char const* command) {
 
 int adoptChains(Session& session) {
     for (CubicChain const& chain : session.chains) {
-        std::unique_ptr<SimplePath> path = makePathOfChain(chain);
+        std::unique_ptr<SimplePath> path = pathOfChain(chain);
         if (!path) {
             return session.fail(session.source + ": out of memory");
         }
@@ -161,7 +94,7 @@ std::vector<CubicChain> currentChains(Session& session) {
     std::vector<CubicChain> chains;
     for (std::unique_ptr<SimplePath> const& path : session.paths) {
         if (path->numTriples() > 0) {
-            chains.push_back(makeChainOfPath(*path));
+            chains.push_back(chainOfPath(*path));
         }
     }
     return chains;

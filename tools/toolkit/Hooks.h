@@ -1,5 +1,6 @@
 #pragma once
 
+#include "toolkit/ChainConversion.h"
 #include "toolkit/CommandLine.h"
 #include "toolkit/Session.h"
 
@@ -16,9 +17,9 @@ namespace sptool {
 // The drawing enters as cubic chains (Session::chains, one per subpath, closed chains ending on their
 // start) and leaves through currentChains(); everything between is the library's business.
 
-// One chain as a library path (null when it cannot be made), and one path as a chain again.
+// One chain as a library path (null when it cannot be made), a vertex with a retracted handle made a cusp
+// (chainOfPath, in ChainConversion.h, turns a path into a chain again).
 std::unique_ptr<SimplePath> pathOfChain(CubicChain const& chain);
-CubicChain chainOfPath(SimplePath const& path);
 
 // Called once after the input is read, before the first command: turn the chains into library paths.
 int adoptChains(Session& session);

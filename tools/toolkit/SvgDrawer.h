@@ -61,7 +61,9 @@ class SvgDrawer : public SimplePathDrawer {
 };
 
 // The `render` drawing of paths: each path drawn whole as a permanent curve, then its vertices with
-// their modes, all through the SVG drawer.
+// their modes, all through the SVG drawer. Handles are thin lines from their anchors with a dot at the end
+// (retracted handles are not drawn); anchors are markers whose shape tells the mode: a circle for smooth,
+// a square for cusp, a diamond for symmetric.
 std::string renderDrawing(SvgFrame const& frame, std::vector<std::unique_ptr<SimplePath>> const& paths);
 
 } // namespace sptool

@@ -58,10 +58,4 @@ std::string documentStart(SvgFrame const& frame, std::array<double, 4> const& vi
 std::string writeSvgDocument(SvgFrame const& frame, std::vector<CubicChain> const& chains,
                              NumberFormat format = {});
 
-// An SVG drawing of the paths for inspection: outlines, the handles as thin lines from their anchors with
-// a dot at the end (retracted handles are not drawn), and the anchors as markers whose shape tells the
-// mode: a circle for smooth, a square for cusp, a diamond for symmetric. Marker sizes follow the size of
-// the frame. The frame is the input's viewBox if it had one, else the bounds of every point drawn.
-std::string writeRenderDrawing(SvgFrame const& frame, std::vector<RenderPath> const& paths);
-
 } // namespace sptool

@@ -8,8 +8,8 @@ using namespace emscripten;
 
 namespace {
 
-val vertexScreen(EditorSession const& session, int element, int path, int triple, int role) {
-    std::vector<double> const xy = session.vertexScreen(element, path, triple, role);
+// A screen point as a two-number array, or null when the session found none.
+val pointOrNull(std::vector<double> const& xy) {
     if (xy.size() != 2) {
         return val::null();
     }
@@ -19,15 +19,12 @@ val vertexScreen(EditorSession const& session, int element, int path, int triple
     return out;
 }
 
+val vertexScreen(EditorSession const& session, int element, int path, int triple, int role) {
+    return pointOrNull(session.vertexScreen(element, path, triple, role));
+}
+
 val curveScreen(EditorSession const& session, int element, int path, int segment, double t) {
-    std::vector<double> const xy = session.curveScreen(element, path, segment, t);
-    if (xy.size() != 2) {
-        return val::null();
-    }
-    val out = val::array();
-    out.call<void>("push", xy[0]);
-    out.call<void>("push", xy[1]);
-    return out;
+    return pointOrNull(session.curveScreen(element, path, segment, t));
 }
 
 double recordsAddress(EditorSession const& session) {

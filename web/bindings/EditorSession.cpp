@@ -1,5 +1,6 @@
 #include "EditorSession.h"
 
+#include "toolkit/ChainConversion.h"
 #include "toolkit/PathDataParser.h"
 #include "toolkit/PathDataWriter.h"
 #include "toolkit/SvgTransform.h"
@@ -8,7 +9,6 @@
 #include "simplepath/interaction/SnapKit.h"
 #include "simplepath/operations/SimplePathMetaOperation.h"
 #include "simplepath/operations/SimplePathOperationFactory.h"
-#include "simplepath/path/SimplePathConversion.h"
 #include "simplepath/path/SimplePathLocationTriple.h"
 #include "simplepath/path/SimplePathPosition.h"
 
@@ -18,77 +18,11 @@
 #include <limits>
 #include <list>
 
+using sptool::chainOfPath;
 using sptool::CubicChain;
 using sptool::CubicSegment;
 
 namespace {
-
-// One subpath read from path data as an editable path: modes inferred from the handles, and an open
-// subpath that happens to end where it started kept open with its own last vertex.
-std::unique_ptr<SimplePath> pathOfChain(CubicChain const& chain) {
-    if (chain.segments.empty()) {
-        auto path = std::make_unique<SimplePath>();
-        SimplePathVertex* anchor = nullptr;
-        if (path->addSingle(chain.start, anchor) != SimplePath::Success) {
-            return nullptr;
-        }
-        path->setStrictClosed(chain.closed ? 1 : 0);
-        return path;
-    }
-    PBezierCurve curve;
-    for (std::size_t i = 0; i < chain.segments.size(); ++i) {
-        CubicSegment const& s = chain.segments[i];
-        curve.getSegments().add(PBezier(sptool::segmentStart(chain, i), s[0], s[1], s[2]));
-    }
-    curve.setStrictIsClosed(chain.closed ? 1 : 0);
-    PList<PBezierCurve> curves;
-    curves.add(curve);
-    std::list<PHashablePointer<SimplePath>> made;
-    if (createSimplePaths(curves, made, chain.closed ? 1 : 0) != 0 || made.size() != 1) {
-        for (PHashablePointer<SimplePath> const& p : made) {
-            delete p.pointer;
-        }
-        return nullptr;
-    }
-    std::unique_ptr<SimplePath> path(made.front().pointer);
-    if (!chain.closed && path->isClosedSimplePath() != 0) {
-        path->setStrictClosed(0);
-        CubicSegment const& last = chain.segments.back();
-        SimplePathVertex* first = nullptr;
-        SimplePathVertex* anchor = nullptr;
-        SimplePathVertex* out = nullptr;
-        if (path->addTriple(last[1], first, last[2], anchor, last[2], out,
-                            SimplePathVertexTriple::inferTripleMode(last[1], last[2], last[2])) !=
-            SimplePath::Success) {
-            return nullptr;
-        }
-    }
-    return path;
-}
-
-CubicChain chainOfPath(SimplePath const& path) {
-    CubicChain chain;
-    chain.closed = path.isClosedSimplePath() != 0;
-    if (path.numTriples() == 1) {
-        std::list<SimplePathLocationTriple> triples;
-        // Reading the locations of a path that has a triple always succeeds.
-        (void)path.getLocationTripleList(triples);
-        SimplePathLocationTriple const& t = triples.front();
-        chain.start = t.anchor;
-        if (chain.closed) {
-            chain.segments.push_back({t.last, t.first, t.anchor});
-        }
-        return chain;
-    }
-    PBezierCurve curve;
-    createBezierCurve(path, curve);
-    PList<PBezier> const& segments = curve.getSegments();
-    chain.start = segments[0][0];
-    for (PBezier const& b : segments) {
-        chain.segments.push_back({b[1], b[2], b[3]});
-    }
-    return chain;
-}
 
 bool finite(DPoint const& p) {
     return std::isfinite(p.x) && std::isfinite(p.y);
@@ -139,7 +73,7 @@ std::string EditorSession::addElement(std::string const& pathData, std::string c
         }
     }
     for (CubicChain const& chain : parsed.chains) {
-        std::unique_ptr<SimplePath> path = pathOfChain(chain);
+        std::unique_ptr<SimplePath> path = sptool::pathOfChainInferringModes(chain);
         if (!path) {
             return "path data could not be converted";
         }
@@ -799,18 +733,29 @@ bool EditorSession::joinSelected() {
     return ok;
 }
 
-bool EditorSession::undo() {
+bool EditorSession::takeStep(std::vector<std::unique_ptr<SimplePathOperation>>& history,
+                             std::vector<int>& elements, std::unique_ptr<SimplePathOperation>& step,
+                             int& element) {
     clearGesture();
-    if (undo_.empty()) {
+    if (history.empty()) {
         return false;
     }
-    // Vertices an undo takes out would dangle in the selection.
+    // Vertices an undo or redo takes out would dangle in the selection.
     selection_.clear();
     sliceFirst_.reset();
-    std::unique_ptr<SimplePathOperation> step = std::move(undo_.back());
-    int const element = undoElements_.back();
-    undo_.pop_back();
-    undoElements_.pop_back();
+    step = std::move(history.back());
+    element = elements.back();
+    history.pop_back();
+    elements.pop_back();
+    return true;
+}
+
+bool EditorSession::undo() {
+    std::unique_ptr<SimplePathOperation> step;
+    int element = 0;
+    if (!takeStep(undo_, undoElements_, step, element)) {
+        return false;
+    }
     step->undoOperation();
     redo_.push_back(std::move(step));
     redoElements_.push_back(element);
@@ -819,16 +764,11 @@ bool EditorSession::undo() {
 }
 
 bool EditorSession::redo() {
-    clearGesture();
-    if (redo_.empty()) {
+    std::unique_ptr<SimplePathOperation> step;
+    int element = 0;
+    if (!takeStep(redo_, redoElements_, step, element)) {
         return false;
     }
-    selection_.clear();
-    sliceFirst_.reset();
-    std::unique_ptr<SimplePathOperation> step = std::move(redo_.back());
-    int const element = redoElements_.back();
-    redo_.pop_back();
-    redoElements_.pop_back();
     std::list<PHashablePointer<SimplePath>> affected;
     SimplePathChangeInstruction change;
     SimplePathOperation::Result const result = step->executeOperation(affected, change);

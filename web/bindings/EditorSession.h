@@ -163,6 +163,10 @@ class EditorSession {
     void drawElement(int element, SimplePath const* skip);
     void drawSelection();
     void clearGesture();
+    // Ends any gesture and pending slice, clears the selection and takes the newest step off a history
+    // with the element it edits; false when the history is empty.
+    bool takeStep(std::vector<std::unique_ptr<SimplePathOperation>>& history, std::vector<int>& elements,
+                  std::unique_ptr<SimplePathOperation>& step, int& element);
 
     std::vector<std::unique_ptr<SimplePath>> pool_; // every path the session ever held; freed last
     std::vector<Element> elements_;
