@@ -5,7 +5,7 @@ BENCH_BUILD ?= build-bench
 JOBS        ?= $(shell nproc 2>/dev/null || echo 2)
 CMAKE_FLAGS ?=
 
-.PHONY: all test demo bench asan fuzz deps install-check check-includes format clean editor editor-build editor-test
+.PHONY: all test demo bench asan fuzz deps install-check check-includes format clean editor editor-build editor-test editor-speed
 
 all: test
 
@@ -74,6 +74,12 @@ editor-test:
 	@bash scripts/ensure-editor-deps.sh --npm
 	$(MAKE) -C web -j 2
 	cd web && node tests/run.mjs
+
+# The editor's speed on a 1 MB drawing (drag frame, opening time), reported against its targets.
+editor-speed:
+	@bash scripts/ensure-editor-deps.sh --npm
+	$(MAKE) -C web -j 2
+	cd web && node tests/run.mjs --only 'big drawing' --speed
 
 format:
 	git ls-files '*.h' '*.cpp' | xargs clang-format -i
