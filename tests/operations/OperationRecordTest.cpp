@@ -1,5 +1,6 @@
 // Records: an operation described by coordinates, rebuilt by the factory through the host's pick
-// function against a fresh copy of the drawing, must make the same edit there. Bad records give null.
+// function against a fresh copy of the drawing, must make the same edit there, also for a group of
+// edits. Bad records give null.
 
 #include <functional>
 #include <list>
@@ -11,9 +12,9 @@
 
 #include "OperationHost.h"
 #include "simplepath/edit/SimplePathChangeInstruction.h"
-#include "simplepath/operations/AddSimplePathVertexOperation.h"
 #include "simplepath/operations/JoinSimplePathVerticesOperation.h"
 #include "simplepath/operations/MoveSelectedVerticesOperation.h"
+#include "simplepath/operations/SimplePathMetaOperation.h"
 #include "simplepath/operations/SimplePathOperationFactory.h"
 #include "simplepath/operations/setCuspModeOperation.h"
 
@@ -25,11 +26,12 @@ using F = SimplePathOperationFactory;
 using Op = std::unique_ptr<SimplePathOperation>;
 using Info = SimplePathOperation::SegmentIndependentInformation;
 using Mode = SimplePathVertexTriple::VertexTripleMode;
+using Paths = std::list<PHashablePointer<SimplePath>>;
 
 // Every path of the drawing, then every path the edit added, serialized.
 std::vector<std::string> outcome(Drawing const& drawing, SimplePathChangeInstruction const& change) {
     std::vector<std::string> out = drawing.bytes();
-    std::list<PHashablePointer<SimplePath>> added;
+    Paths added;
     change.simplePathsAdded(added);
     for (auto const& p : added) {
         out.push_back(bytesOf(*p));
@@ -37,100 +39,120 @@ std::vector<std::string> outcome(Drawing const& drawing, SimplePathChangeInstruc
     return out;
 }
 
-void expectRoundTrip(std::string const& name, std::function<SimplePathOperation*(Drawing&)> const& make) {
-    SCOPED_TRACE(name);
-    Drawing original;
-    Op op(make(original));
-    ASSERT_NE(nullptr, op);
-    std::list<PHashablePointer<SimplePath>> affected;
-    SimplePathChangeInstruction change;
-    ASSERT_EQ(SimplePathOperation::Success, op->executeOperation(affected, change));
-    std::vector<std::string> const expected = outcome(original, change);
-
-    Info* info = nullptr;
-    ASSERT_EQ(2, op->RetreiveSegIndependentInfo(info)); // taken after the edit
-    std::unique_ptr<Info> record(info);
-    Drawing copy;
-    record->pathSeg = &copy.seg;
-    record->pickCallback = &pickInDrawing;
-    Op rebuilt(F::createOperationFromSII(record.get()));
-    ASSERT_NE(nullptr, rebuilt);
-    std::list<PHashablePointer<SimplePath>> copyAffected;
-    SimplePathChangeInstruction copyChange;
-    ASSERT_EQ(SimplePathOperation::Success, rebuilt->executeOperation(copyAffected, copyChange));
-    EXPECT_EQ(expected, outcome(copy, copyChange));
-    EXPECT_EQ(affected.size(), copyAffected.size());
-
-    // Paths the edits made are the hosts' now.
-    for (auto* c : {&change, &copyChange}) {
-        std::list<PHashablePointer<SimplePath>> added;
-        c->simplePathsAdded(added);
-        for (auto const& p : added) {
-            (c == &change ? original : copy).pool.emplace_back(p.pointer);
-        }
-    }
-    op.reset();
-    rebuilt.reset();
-}
-
 TEST(OperationRecords, EveryRecordTypeRebuildsIntoTheSameEditOnACopy) {
-    expectRoundTrip("pick", [](Drawing& d) {
-        SimplePathVertexTriple const t = d.triple(0, 2);
-        SimplePathLocationTriple const to(DPoint(30, 9), DPoint(41, 7), DPoint(50, 2), Mode::Smooth);
-        return F::createVertexPickOperation(d.path(0), SimplePathVertexPickAction(t, to), false);
-    });
-    expectRoundTrip("move", [](Drawing& d) {
-        return F::createMoveSelectedVerticesOperation(d.path(0), d.triple(0, 1).last, DVector(3, 4), false);
-    });
-    expectRoundTrip("add", [](Drawing& d) {
-        SimplePathPosition position;
-        EXPECT_EQ(SimplePath::Success, d.path(0)->makePosition(1, 0.4, position));
-        return F::createAddVertexAtPositionOperation(d.path(0), position, false);
-    });
-    expectRoundTrip("average", [](Drawing& d) {
+    using Make = std::function<SimplePathOperation*(Drawing&)>;
+    auto position = [](Drawing& d, int path, int index, double t) {
+        SimplePathPosition at;
+        EXPECT_EQ(SimplePath::Success, d.path(path)->makePosition(index, t, at));
+        return at;
+    };
+    // A session of vertex edits gathered into one group, replayed as one step.
+    Make const session = [&](Drawing& d) {
+        auto* group = new SimplePathMetaOperation;
+        group->addOperationList({
+            F::createSetCuspModeOperation(d.path(2), d.triple(2, 0).anchor, false),
+            F::createMoveSelectedVerticesOperation(d.path(0), d.triple(0, 1).last, DVector(3, 4), false),
+            F::createChangeVertexOperation(
+                d.path(2), d.triple(2, 1),
+                SimplePathLocationTriple(DPoint(1, 90), DPoint(5, 95), DPoint(9, 90), Mode::Cusp), false),
+            F::createAddVertexAtPositionOperation(d.path(1), position(d, 1, 1, 0.4), false),
+            F::createSetSmoothModeOperation(d.path(0), d.triple(0, 3).last, false),
+            F::createDeleteVertexOperation(d.path(0), d.triple(0, 2).anchor, false),
+        });
+        EXPECT_EQ(6u, group->getOperations().size());
+        return group;
+    };
+    std::pair<char const*, Make> const cases[] = {
+        {"pick",
+         [](Drawing& d) {
+             SimplePathLocationTriple const to(DPoint(30, 9), DPoint(41, 7), DPoint(50, 2), Mode::Smooth);
+             return F::createVertexPickOperation(d.path(0), SimplePathVertexPickAction(d.triple(0, 2), to),
+                                                 false);
+         }},
+        {"move",
+         [](Drawing& d) {
+             return F::createMoveSelectedVerticesOperation(d.path(0), d.triple(0, 1).last, DVector(3, 4),
+                                                           false);
+         }},
+        {"add",
+         [&](Drawing& d) {
+             return F::createAddVertexAtPositionOperation(d.path(0), position(d, 0, 1, 0.4), false);
+         }},
         // The identity box form maps the unit box's corners exactly onto themselves, so the points the
         // record carries (mapped once, deliberately) rebuild into the same edit.
-        return F::createAverageVertexOperation(d.path(0), d.triple(0, 3).anchor, DPoint(0, 0), DPoint(1, 1),
-                                               DPoint(0, 1), 0x40 | 0x800, PBoxForm(), false);
-    });
-    expectRoundTrip("change", [](Drawing& d) {
-        SimplePathLocationTriple const to(DPoint(1, 90), DPoint(5, 95), DPoint(9, 90), Mode::Cusp);
-        return F::createChangeVertexOperation(d.path(2), d.triple(2, 1), to, false);
-    });
-    expectRoundTrip("insert at the front", [](Drawing& d) {
-        std::list<SimplePathLocationTriple> run{curved(DPoint(100, 60), 0.4), curved(DPoint(110, 70), 0.6)};
-        return F::createInsertVerticesOperation(d.path(1), run, 0, false);
-    });
-    expectRoundTrip("delete anchor", [](Drawing& d) {
-        return F::createDeleteVertexOperation(d.path(0), d.triple(0, 2).anchor, false);
-    });
-    expectRoundTrip("delete handle", [](Drawing& d) {
-        return F::createDeleteVertexOperation(d.path(1), d.triple(1, 2).first, false);
-    });
-    expectRoundTrip("join", [](Drawing& d) {
-        return F::createJoinVerticesOperation(d.path(0), d.triple(0, 4).anchor, d.triple(1, 0).anchor,
-                                              d.path(1), false);
-    });
-    expectRoundTrip("cusp", [](Drawing& d) {
-        return F::createSetCuspModeOperation(d.path(2), d.triple(2, 0).anchor, false);
-    });
-    expectRoundTrip("smooth through a handle", [](Drawing& d) {
-        return F::createSetSmoothModeOperation(d.path(0), d.triple(0, 3).last, false);
-    });
-    expectRoundTrip("symmetric", [](Drawing& d) {
-        return F::createSetSymmetricModeOperation(d.path(0), d.triple(0, 2).first, false);
-    });
-    expectRoundTrip("straight", [](Drawing& d) {
-        return F::createSetStraightModeOperation(d.path(2), d.triple(2, 3).last, false);
-    });
-    expectRoundTrip("split open on the curve", [](Drawing& d) {
-        SimplePathPosition position;
-        EXPECT_EQ(SimplePath::Success, d.path(0)->makePosition(2, 0.3, position));
-        return F::createSplitVertexOperation(d.path(0), position, nullptr, nullptr, false);
-    });
-    expectRoundTrip("split closed", [](Drawing& d) {
-        return F::createSplitVertexOperation(d.path(2), d.triple(2, 2).anchor);
-    });
+        {"average",
+         [](Drawing& d) {
+             return F::createAverageVertexOperation(d.path(0), d.triple(0, 3).anchor, DPoint(0, 0),
+                                                    DPoint(1, 1), DPoint(0, 1), 0x40 | 0x800, PBoxForm(),
+                                                    false);
+         }},
+        {"change",
+         [](Drawing& d) {
+             SimplePathLocationTriple const to(DPoint(1, 90), DPoint(5, 95), DPoint(9, 90), Mode::Cusp);
+             return F::createChangeVertexOperation(d.path(2), d.triple(2, 1), to, false);
+         }},
+        {"insert at the front",
+         [](Drawing& d) {
+             std::list<SimplePathLocationTriple> run{curved(DPoint(100, 60), 0.4),
+                                                     curved(DPoint(110, 70), 0.6)};
+             return F::createInsertVerticesOperation(d.path(1), run, 0, false);
+         }},
+        {"delete anchor",
+         [](Drawing& d) { return F::createDeleteVertexOperation(d.path(0), d.triple(0, 2).anchor, false); }},
+        {"delete handle",
+         [](Drawing& d) { return F::createDeleteVertexOperation(d.path(1), d.triple(1, 2).first, false); }},
+        {"join",
+         [](Drawing& d) {
+             return F::createJoinVerticesOperation(d.path(0), d.triple(0, 4).anchor, d.triple(1, 0).anchor,
+                                                   d.path(1), false);
+         }},
+        {"cusp",
+         [](Drawing& d) { return F::createSetCuspModeOperation(d.path(2), d.triple(2, 0).anchor, false); }},
+        {"smooth through a handle",
+         [](Drawing& d) { return F::createSetSmoothModeOperation(d.path(0), d.triple(0, 3).last, false); }},
+        {"symmetric",
+         [](Drawing& d) {
+             return F::createSetSymmetricModeOperation(d.path(0), d.triple(0, 2).first, false);
+         }},
+        {"straight",
+         [](Drawing& d) { return F::createSetStraightModeOperation(d.path(2), d.triple(2, 3).last, false); }},
+        {"split open on the curve",
+         [&](Drawing& d) {
+             return F::createSplitVertexOperation(d.path(0), position(d, 0, 2, 0.3), nullptr, nullptr, false);
+         }},
+        {"split closed",
+         [](Drawing& d) { return F::createSplitVertexOperation(d.path(2), d.triple(2, 2).anchor); }},
+        {"group", session},
+    };
+    for (auto const& [name, make] : cases) {
+        SCOPED_TRACE(name);
+        Drawing original, copy;
+        Op op(make(original));
+        ASSERT_NE(nullptr, op);
+        Paths affected, copyAffected;
+        SimplePathChangeInstruction change, copyChange;
+        ASSERT_EQ(SimplePathOperation::Success, op->executeOperation(affected, change));
+        Info* info = nullptr;
+        ASSERT_EQ(2, op->RetreiveSegIndependentInfo(info)); // taken after the edit
+        std::unique_ptr<Info> record(info);
+        record->pathSeg = &copy.seg;
+        record->pickCallback = &pickInDrawing;
+        Op rebuilt(F::createOperationFromSII(record.get()));
+        ASSERT_NE(nullptr, rebuilt);
+        ASSERT_EQ(SimplePathOperation::Success, rebuilt->executeOperation(copyAffected, copyChange));
+        EXPECT_EQ(outcome(original, change), outcome(copy, copyChange));
+        EXPECT_EQ(affected.size(), copyAffected.size());
+        // Paths the edits made are the hosts' now.
+        for (Drawing* d : {&original, &copy}) {
+            Paths added;
+            (d == &original ? change : copyChange).simplePathsAdded(added);
+            for (auto const& p : added) {
+                d->pool.emplace_back(p.pointer);
+            }
+        }
+        op.reset();
+        rebuilt.reset();
+    }
 }
 
 // A record of the right tag that is not the library's class of that tag.
