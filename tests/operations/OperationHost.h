@@ -5,6 +5,7 @@
 // objects in order) to compare states bit for bit and object for object.
 
 #include <algorithm>
+#include <list>
 #include <map>
 #include <memory>
 #include <set>
@@ -14,6 +15,7 @@
 
 #include <gtest/gtest.h>
 
+#include "simplepath/edit/SimplePathChangeInstruction.h"
 #include "simplepath/interfaces/ArbTrans.h"
 #include "simplepath/interfaces/BinarySerializer.h"
 #include "simplepath/operations/SimplePathOperation.h"
@@ -55,6 +57,19 @@ inline int pickInDrawing(PathSeg const* drawing, DPoint const& location, double 
         }
     }
     return 0;
+}
+
+// One execution: its result, the paths it reported affected and its change instruction.
+struct Outcome {
+    SimplePathOperation::Result result;
+    std::list<PHashablePointer<SimplePath>> affected;
+    std::unique_ptr<SimplePathChangeInstruction> change = std::make_unique<SimplePathChangeInstruction>();
+};
+
+inline Outcome execute(SimplePathOperation& op) {
+    Outcome run;
+    run.result = op.executeOperation(run.affected, *run.change);
+    return run;
 }
 
 inline std::string bytesOf(SimplePath const& path) {

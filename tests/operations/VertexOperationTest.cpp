@@ -30,18 +30,6 @@ using Paths = std::list<PHashablePointer<SimplePath>>;
 using Pool = std::vector<std::unique_ptr<SimplePath>>;
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
-struct Outcome {
-    SimplePathOperation::Result result;
-    Paths affected;
-    std::unique_ptr<SimplePathChangeInstruction> change = std::make_unique<SimplePathChangeInstruction>();
-};
-
-Outcome execute(SimplePathOperation& op) {
-    Outcome run;
-    run.result = op.executeOperation(run.affected, *run.change);
-    return run;
-}
-
 std::vector<SimplePathLocationTriple> row(int n, double y = 0.0) {
     std::vector<SimplePathLocationTriple> out;
     for (int i = 0; i < n; ++i) {
