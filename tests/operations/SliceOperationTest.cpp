@@ -24,6 +24,8 @@ using namespace ops_test;
 
 namespace {
 
+using Paths = std::list<PHashablePointer<SimplePath>>;
+
 struct Cubic {
     DPoint p[4];
 };
@@ -249,11 +251,12 @@ class RandomSlice {
         group->addOperation(slice);
 
         DrawingState const before = drawingState(everything());
-        std::list<PHashablePointer<SimplePath>> affected;
-        SimplePathChangeInstruction change;
-        ASSERT_EQ(group->executeOperation(affected, change), SimplePathOperation::Success);
+        Outcome const run = execute(*group);
+        ASSERT_EQ(run.result, SimplePathOperation::Success);
+        Paths const& affected = run.affected;
+        SimplePathChangeInstruction const& change = *run.change;
         for (int i = 0; i < 3; ++i) {
-            results.push_back(slice->getResultPath(i));
+            results.push_back(slice->getResultPath(i).pointer);
         }
         // The result paths reported added are the host's from now on; the others stay the operation's.
         change.simplePathsAdded(reported);
@@ -299,12 +302,10 @@ class RandomSlice {
         group->undoOperation();
         EXPECT_EQ(drawingState(everything()), before);
         EXPECT_TRUE(eachVertexOnce(everything()));
-        std::list<PHashablePointer<SimplePath>> again;
-        SimplePathChangeInstruction redo;
-        ASSERT_EQ(group->executeOperation(again, redo), SimplePathOperation::Success);
+        ASSERT_EQ(execute(*group).result, SimplePathOperation::Success);
         EXPECT_EQ(drawingState(everything()), after);
         for (int i = 0; i < 3; ++i) {
-            EXPECT_EQ(slice->getResultPath(i), results[i]);
+            EXPECT_EQ(slice->getResultPath(i).pointer, results[i]);
         }
         // Undone once more and dropped: the inputs own their vertices again, the result paths are empty.
         group->undoOperation();
@@ -312,9 +313,10 @@ class RandomSlice {
     }
 
     ~RandomSlice() {
-        for (auto const& r : results) {
-            if (std::find(reported.begin(), reported.end(), r) != reported.end()) {
-                delete &*r;
+        for (SimplePath* r : results) {
+            if (std::find(reported.begin(), reported.end(), PHashablePointer<SimplePath>(r)) !=
+                reported.end()) {
+                delete r;
             }
         }
     }
@@ -327,13 +329,11 @@ class RandomSlice {
         }
         return out;
     }
+    // The inputs, then the result paths.
     std::vector<SimplePath*> everything() const {
         std::vector<SimplePath*> out = inputs();
-        for (auto const& r : results) {
-            if (r != nullptr) {
-                out.push_back(const_cast<SimplePath*>(&*r));
-            }
-        }
+        std::copy_if(results.begin(), results.end(), std::back_inserter(out),
+                     [](SimplePath* r) { return r; });
         return out;
     }
 
@@ -347,19 +347,14 @@ class RandomSlice {
     Cut pick(SimplePath* p, int avoid) {
         Cut c;
         c.path = p;
-        int const n = p->numTriples();
+        do {
+            c.segment = between(0, (inside ? segments(*p) : p->numTriples()) - 1);
+        } while (c.segment == avoid);
         if (inside) {
-            do {
-                c.segment = between(0, segments(*p) - 1);
-            } while (c.segment == avoid);
             c.t = uniform(0.15, 0.85);
-            c.at = evaluate(segmentsOf(*p)[c.segment], c.t);
-        } else {
-            do {
-                c.segment = between(0, n - 1);
-            } while (c.segment == avoid);
-            c.at = p->getTripleList()[c.segment].anchor->getLocation();
         }
+        c.at =
+            inside ? evaluate(segmentsOf(*p)[c.segment], c.t) : tripleAt(*p, c.segment).anchor->getLocation();
         return c;
     }
 
@@ -389,8 +384,8 @@ class RandomSlice {
     Kind const& kind;
     bool inside;
     std::vector<std::unique_ptr<SimplePath>> pool;
-    std::vector<PHashablePointer<SimplePath>> results;
-    std::list<PHashablePointer<SimplePath>> reported;
+    std::vector<SimplePath*> results;
+    Paths reported;
 };
 
 // One closed path cut gives two closed pieces; one open path the closed middle and the outer parts
