@@ -120,19 +120,20 @@ class Sequence {
         // Now and then a vertex of another path: the operation must refuse it.
         SimplePath* const other = chance(0.05) ? randomPath() : path;
         bool const growing = path->numTriples() < 40;
-        switch (between(0, 12)) {
-        case 0:
-            return F::createSetCuspModeOperation(path, randomVertex(*other), false);
-        case 1:
-            return F::createSetSmoothModeOperation(path, randomVertex(*other), false);
-        case 2:
-            return F::createSetSymmetricModeOperation(path, randomVertex(*other), false);
-        case 3:
-            return F::createSetStraightModeOperation(path, randomVertex(*other), false);
-        case 4:
+        using ByVertex = SimplePathOperation* (*)(PHashablePointer<SimplePath>, SimplePathVertex*, bool);
+        static ByVertex const byVertex[] = {&F::createSetCuspModeOperation, &F::createSetSmoothModeOperation,
+                                            &F::createSetSymmetricModeOperation,
+                                            &F::createSetStraightModeOperation,
+                                            &F::createDeleteVertexOperation};
+        int const kind = between(0, 12);
+        if (kind < 5) {
+            return byVertex[kind](path, randomVertex(*other), false);
+        }
+        switch (kind) {
+        case 5:
             return F::createMoveSelectedVerticesOperation(path, randomVertex(*other),
                                                           DVector(between(-5, 5), between(-5, 5)), false);
-        case 5: {
+        case 6: {
             // Reference points on the identity box form's corners, which it maps exactly onto themselves,
             // so that a redo (which maps them again) repeats the first execution bit for bit.
             static short const codes[] = {272,  288,  320,  384,  528,  544,  576, 640, 1040, 1056,
@@ -142,8 +143,6 @@ class Sequence {
                                                    DPoint(1.0, 0.0), DPoint(1.0, 1.0), code, PBoxForm(),
                                                    false);
         }
-        case 6:
-            return F::createDeleteVertexOperation(path, randomVertex(*other), false);
         case 7: {
             SimplePathLocationTriple target(randomPoint(), randomPoint(), randomPoint(),
                                             static_cast<Mode>(between(0, 2)));
