@@ -21,6 +21,7 @@
 #include "simplepath/operations/SimplePathOperation.h"
 #include "simplepath/path/SimplePath.h"
 #include "simplepath/path/SimplePathSerializer.h"
+#include "support/PathQueryHelpers.h"
 
 // The host's design object: the paths of one drawing, in the host's order.
 class PathSeg {
@@ -29,6 +30,8 @@ class PathSeg {
 };
 
 namespace ops_test {
+
+using support::positionOf;
 
 // Finds, within the tolerance of the location, an anchor of any path, else a handle, else a point of a
 // path's curve (the path with a null vertex). Paths are searched in the drawing's order.

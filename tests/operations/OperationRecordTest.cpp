@@ -39,11 +39,7 @@ std::vector<std::string> outcome(Drawing const& drawing, SimplePathChangeInstruc
 
 // One edit of each record type on a fresh drawing; null past the last.
 SimplePathOperation* edit(int which, Drawing& d) {
-    auto position = [&d](int path, int index, double t) {
-        SimplePathPosition at;
-        EXPECT_EQ(SimplePath::Success, d.path(path)->makePosition(index, t, at));
-        return at;
-    };
+    auto position = [&d](int path, int index, double t) { return positionOf(*d.path(path), index, t); };
     SimplePathLocationTriple const to(DPoint(1, 90), DPoint(5, 95), DPoint(9, 90), Mode::Cusp);
     switch (which) {
     case 0:
@@ -163,9 +159,8 @@ TEST(OperationRecords, BadRecordsRebuildIntoNothing) {
     // A location on a curve but at no vertex finds a path without a vertex: a move needs a vertex.
     auto& moveRecord = dynamic_cast<MoveSelectedVerticesOperation::MoveSelVertsOpInformation&>(*record);
     DPoint const vertexAt = moveRecord.vertexLocation;
-    SimplePathPosition onCurve;
-    EXPECT_EQ(SimplePath::Success, d.path(0)->makePosition(2, 0.5, onCurve));
-    EXPECT_EQ(SimplePath::Success, d.path(0)->locatePosition(onCurve, moveRecord.vertexLocation));
+    EXPECT_EQ(SimplePath::Success,
+              d.path(0)->locatePosition(positionOf(*d.path(0), 2, 0.5), moveRecord.vertexLocation));
     EXPECT_EQ(nullptr, Op(F::createOperationFromSII(record.get())));
     moveRecord.vertexLocation = vertexAt;
     EXPECT_NE(nullptr, Op(F::createOperationFromSII(record.get())));

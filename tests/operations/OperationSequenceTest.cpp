@@ -108,9 +108,7 @@ class Sequence {
         if (chance(0.02)) {
             t = std::numeric_limits<double>::quiet_NaN();
         }
-        SimplePathPosition position;
-        EXPECT_EQ(SimplePath::Success, path.makePosition(index, t, position));
-        return position;
+        return positionOf(path, index, t);
     }
 
     DPoint randomPoint() { return DPoint(uniform(-50.0, 250.0), uniform(-50.0, 450.0)); }

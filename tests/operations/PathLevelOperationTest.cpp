@@ -174,9 +174,7 @@ TEST(PathLevelOperations, ACurvedSliceRecordsTheReplacementAndMapsPositionsOntoT
     run.change->simplePathsAdded(added);
     EXPECT_EQ((Paths{f.open, f.closed}), removed);
     EXPECT_EQ((Paths{&pieceA, &pieceB}), added);
-    SimplePathPosition at;
-    EXPECT_EQ(SimplePath::Success, f.open->makePosition(1, 0.25, at));
-    EXPECT_EQ(&pieceA, run.change->translate({f.open, at}).first.getPointer());
+    EXPECT_EQ(&pieceA, run.change->translate({f.open, positionOf(*f.open, 1, 0.25)}).first.getPointer());
     op->undoOperation();
 }
 
@@ -185,11 +183,10 @@ TEST(PathLevelOperations, ACurvedSliceRecordsTheReplacementAndMapsPositionsOntoT
 TEST(PathLevelOperations, ASliceRefusesDegenerateCutsAndBadInputChangesNothing) {
     Fixture f;
     DrawingState const before = f.state();
-    SimplePathPosition a, b, far, nan;
-    EXPECT_EQ(SimplePath::Success, f.closed->makePosition(1, 0.0, a));
-    EXPECT_EQ(SimplePath::Success, f.closed->makePosition(0, 0.7, b)); // nearest anchor: 1 as well
-    EXPECT_EQ(SimplePath::Success, f.closed->makePosition(1000, 0.0, far));
-    EXPECT_EQ(SimplePath::Success, f.closed->makePosition(2, std::numeric_limits<double>::quiet_NaN(), nan));
+    SimplePathPosition const a = positionOf(*f.closed, 1, 0.0);
+    SimplePathPosition const b = positionOf(*f.closed, 0, 0.7); // nearest anchor: 1 as well
+    SimplePathPosition const far = positionOf(*f.closed, 1000, 0.0);
+    SimplePathPosition const nan = positionOf(*f.closed, 2, std::numeric_limits<double>::quiet_NaN());
     SimplePath empty;
     // A position past the end leads to the first anchor; a parameter that is no number to its
     // segment's start: both cut.

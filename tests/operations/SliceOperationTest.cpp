@@ -213,9 +213,7 @@ class RandomSlice {
                 if (inside && ((one.path == p && one.segment == i) || (two.path == p && two.segment == i))) {
                     continue;
                 }
-                SimplePathPosition at;
-                EXPECT_EQ(SimplePath::Success, p->makePosition(i, t, at));
-                held.emplace_back(p, at);
+                held.emplace_back(p, positionOf(*p, i, t));
                 heldAt.push_back(evaluate(segs[i], t));
             }
         }
@@ -223,31 +221,25 @@ class RandomSlice {
         // The operation: the slice alone, or adds at the cut points first, the later point first so the
         // earlier one keeps its segment number.
         auto group = std::make_unique<SimplePathMetaOperation>();
-        SimplePathPosition at1;
-        SimplePathPosition at2;
         if (inside) {
             std::vector<Cut*> order{&one, &two};
             if (same && one.segment < two.segment) {
                 std::swap(order[0], order[1]);
             }
             for (Cut* c : order) {
-                SimplePathPosition where;
-                EXPECT_EQ(SimplePath::Success, c->path->makePosition(c->segment, c->t, where));
-                group->addOperation(
-                    SimplePathOperationFactory::createAddVertexAtPositionOperation(c->path, where, false));
+                group->addOperation(SimplePathOperationFactory::createAddVertexAtPositionOperation(
+                    c->path, positionOf(*c->path, c->segment, c->t), false));
             }
-            int const low = std::min(one.segment, two.segment);
-            auto anchorIndex = [&](Cut const& c) {
-                return c.segment + 1 + (same && c.segment != low ? 1 : 0);
-            };
-            EXPECT_EQ(SimplePath::Success, p1->makePosition(anchorIndex(one), 0.0, at1));
-            EXPECT_EQ(SimplePath::Success, p2->makePosition(anchorIndex(two), 0.0, at2));
-        } else {
-            EXPECT_EQ(SimplePath::Success, p1->makePosition(one.segment, 0.0, at1));
-            EXPECT_EQ(SimplePath::Success, p2->makePosition(two.segment, 0.0, at2));
         }
+        // After the adds a cut point is the anchor after its segment, one further on for the later of two
+        // cuts on one path.
+        int const low = std::min(one.segment, two.segment);
+        auto anchorAt = [&](Cut const& c) {
+            return positionOf(*c.path,
+                              inside ? c.segment + 1 + (same && c.segment != low ? 1 : 0) : c.segment, 0.0);
+        };
         auto* slice = static_cast<SliceSimplePathOperation*>(
-            SimplePathOperationFactory::createSlicePathOperation(p1, at1, p2, at2));
+            SimplePathOperationFactory::createSlicePathOperation(p1, anchorAt(one), p2, anchorAt(two)));
         group->addOperation(slice);
 
         DrawingState const before = drawingState(everything());

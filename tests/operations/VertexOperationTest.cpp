@@ -112,11 +112,7 @@ TEST(VertexOperations, BadInputIsRefusedByTheEditAndChangesNothing) {
     SimplePath* const path = addPath(pool, row(3), 0);
     SimplePath* const other = addPath(pool, row(2, 50.0), 0);
     SimplePathVertexTriple const t = tripleAt(*path, 1);
-    auto position = [&](int index, double p) {
-        SimplePathPosition out;
-        EXPECT_EQ(SimplePath::Success, path->makePosition(index, p, out));
-        return out;
-    };
+    auto position = [&](int index, double p) { return positionOf(*path, index, p); };
     SimplePathLocationTriple const target(DPoint(1, 1), DPoint(2, 2), DPoint(3, 3), Mode::Symmetric);
     SimplePathLocationTriple notANumber = target;
     notANumber.first.x = kNaN;
@@ -258,9 +254,7 @@ TEST(DeleteVertex, AnAnchorGoesWithItsTripleAHandleIsRetractedAndTheLastSegmentT
 TEST(AddAndInsertVertices, PutTheNewTriplesInPlaceAndMoveLaterPositionsUp) {
     Pool pool;
     SimplePath* const path = addPath(pool, row(3), 0);
-    SimplePathPosition position;
-    EXPECT_EQ(SimplePath::Success, path->makePosition(1, 0.5, position));
-    auto add = std::make_unique<AddSimplePathVertexOperation>(path, position);
+    auto add = std::make_unique<AddSimplePathVertexOperation>(path, positionOf(*path, 1, 0.5));
     ASSERT_EQ(SimplePathOperation::Success, execute(*add).result);
     EXPECT_EQ(4, path->numTriples());
     EXPECT_EQ(add->getNewTriple(), tripleAt(*path, 2));
@@ -281,9 +275,9 @@ TEST(AddAndInsertVertices, PutTheNewTriplesInPlaceAndMoveLaterPositionsUp) {
     EXPECT_EQ(run.back(), locations()[2]);
     // Positions at and after the insertion move up; those before stay.
     for (auto [index, expectedIndex] : {std::pair<int, int>{0, 0}, {1, 3}, {2, 4}}) {
-        SimplePathPosition p;
-        EXPECT_EQ(SimplePath::Success, path->makePosition(index, 0.0, p));
-        EXPECT_EQ(expectedIndex, inserted.change->translate({path, p}).second.getIndex()) << index;
+        EXPECT_EQ(expectedIndex,
+                  inserted.change->translate({path, positionOf(*path, index, 0.0)}).second.getIndex())
+            << index;
     }
     insert->undoOperation();
     Op front(F::createInsertVerticesOperation(path, run, -1, false));
