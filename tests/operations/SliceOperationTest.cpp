@@ -26,9 +26,7 @@ namespace {
 
 using Paths = std::list<PHashablePointer<SimplePath>>;
 
-struct Cubic {
-    DPoint p[4];
-};
+using Cubic = PBezier;
 
 DPoint lerp(DPoint const& a, DPoint const& b, double t) {
     return DPoint(a.x + t * (b.x - a.x), a.y + t * (b.y - a.y));
@@ -45,31 +43,25 @@ DPoint evaluate(Cubic const& c, double t) {
     double const b1 = 3.0 * s * s * t;
     double const b2 = 3.0 * s * t * t;
     double const b3 = t * t * t;
-    return DPoint(b0 * c.p[0].x + b1 * c.p[1].x + b2 * c.p[2].x + b3 * c.p[3].x,
-                  b0 * c.p[0].y + b1 * c.p[1].y + b2 * c.p[2].y + b3 * c.p[3].y);
+    return DPoint(b0 * c[0].x + b1 * c[1].x + b2 * c[2].x + b3 * c[3].x,
+                  b0 * c[0].y + b1 * c[1].y + b2 * c[2].y + b3 * c[3].y);
 }
 
 // The two halves of a de Casteljau split at t.
 std::pair<Cubic, Cubic> splitCubic(Cubic const& c, double t) {
-    DPoint const a = lerp(c.p[0], c.p[1], t);
-    DPoint const b = lerp(c.p[1], c.p[2], t);
-    DPoint const d = lerp(c.p[2], c.p[3], t);
+    DPoint const a = lerp(c[0], c[1], t);
+    DPoint const b = lerp(c[1], c[2], t);
+    DPoint const d = lerp(c[2], c[3], t);
     DPoint const ab = lerp(a, b, t);
     DPoint const bd = lerp(b, d, t);
     DPoint const m = lerp(ab, bd, t);
-    return {Cubic{{c.p[0], a, ab, m}}, Cubic{{m, bd, d, c.p[3]}}};
+    return {Cubic(c[0], a, ab, m), Cubic(m, bd, d, c[3])};
 }
 
 std::vector<Cubic> segmentsOf(SimplePath const& path) {
     std::vector<Cubic> out;
-    auto const& list = path.getTripleList();
-    int const n = path.numTriples();
-    int const segments = path.isClosedSimplePath() != 0 ? n : n - 1;
-    for (int i = 0; i < segments; ++i) {
-        auto const& a = list[i];
-        auto const& b = list[(i + 1) % n];
-        out.push_back(Cubic{{a.anchor->getLocation(), a.last->getLocation(), b.first->getLocation(),
-                             b.anchor->getLocation()}});
+    for (int i = 0; i < support::segmentCount(path); ++i) {
+        out.push_back(support::segmentOf(path, i));
     }
     return out;
 }
@@ -82,11 +74,11 @@ double toSegment(DPoint const& p, DPoint const& a, DPoint const& b) {
 }
 
 bool isStraight(Cubic const& c, double tol) {
-    return toSegment(c.p[1], c.p[0], c.p[3]) <= tol && toSegment(c.p[2], c.p[0], c.p[3]) <= tol;
+    return toSegment(c[1], c[0], c[3]) <= tol && toSegment(c[2], c[0], c[3]) <= tol;
 }
 
 bool isPoint(Cubic const& c, double tol) {
-    return dist(c.p[0], c.p[1]) <= tol && dist(c.p[0], c.p[2]) <= tol && dist(c.p[0], c.p[3]) <= tol;
+    return dist(c[0], c[1]) <= tol && dist(c[0], c[2]) <= tol && dist(c[0], c[3]) <= tol;
 }
 
 constexpr int kSamples = 64;
@@ -99,13 +91,13 @@ bool sameCurve(Cubic const& piece, Cubic const& ref, double tol) {
         if (!isStraight(piece, tol)) {
             return false;
         }
-        bool const ends = (dist(piece.p[0], ref.p[0]) <= tol && dist(piece.p[3], ref.p[3]) <= tol) ||
-                          (dist(piece.p[0], ref.p[3]) <= tol && dist(piece.p[3], ref.p[0]) <= tol);
+        bool const ends = (dist(piece[0], ref[0]) <= tol && dist(piece[3], ref[3]) <= tol) ||
+                          (dist(piece[0], ref[3]) <= tol && dist(piece[3], ref[0]) <= tol);
         if (!ends) {
             return false;
         }
         for (int k = 0; k <= kSamples; ++k) {
-            if (toSegment(evaluate(piece, double(k) / kSamples), ref.p[0], ref.p[3]) > tol) {
+            if (toSegment(evaluate(piece, double(k) / kSamples), ref[0], ref[3]) > tol) {
                 return false;
             }
         }
@@ -169,7 +161,8 @@ class RandomSlice {
             same ? between(inside ? 1 : 2, 6) + (closed1 ? 0 : 1) : between(1, 5), closed1, DPoint(0.0, 0.0));
         SimplePath* const p2 =
             same ? p1 : randomPath(between(1, 5), kind.closed2, DPoint(uniform(-40, 80), uniform(-40, 80)));
-        if (inside && (segments(*p1) < 1 || segments(*p2) < 1 || (same && segments(*p1) < 2))) {
+        if (inside && (support::segmentCount(*p1) < 1 || support::segmentCount(*p2) < 1 ||
+                       (same && support::segmentCount(*p1) < 2))) {
             return; // nothing to cut inside
         }
         Cut one = pick(p1, -1);
@@ -191,13 +184,13 @@ class RandomSlice {
             }
             reference.insert(reference.end(), segs.begin(), segs.end());
             for (Cubic const& c : segmentsOf(*p)) {
-                for (DPoint const& q : c.p) {
-                    size = std::max(size, std::max(std::fabs(q.x), std::fabs(q.y)));
+                for (int k = 0; k < 4; ++k) {
+                    size = std::max({size, std::fabs(c[k].x), std::fabs(c[k].y)});
                 }
             }
         }
         double const tol = 1e-9 * std::max(size, 1.0);
-        Cubic const cutSegment{{one.at, one.at, two.at, two.at}};
+        Cubic const cutSegment(one.at, one.at, two.at, two.at);
         reference.push_back(cutSegment);
         reference.push_back(cutSegment);
 
@@ -329,18 +322,13 @@ class RandomSlice {
         return out;
     }
 
-    static int segments(SimplePath const& p) {
-        int const n = p.numTriples();
-        return p.isClosedSimplePath() != 0 ? n : n - 1;
-    }
-
     // A cut point: an anchor, or a point inside a segment other than `avoid` (and, for an anchor, a
     // different anchor than `avoid`).
     Cut pick(SimplePath* p, int avoid) {
         Cut c;
         c.path = p;
         do {
-            c.segment = between(0, (inside ? segments(*p) : p->numTriples()) - 1);
+            c.segment = between(0, (inside ? support::segmentCount(*p) : p->numTriples()) - 1);
         } while (c.segment == avoid);
         if (inside) {
             c.t = uniform(0.15, 0.85);
