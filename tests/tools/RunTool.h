@@ -57,6 +57,19 @@ inline Outcome run(std::vector<std::string> const& args, std::string const& inpu
     return r;
 }
 
+// Writes a file into the scratch folder and gives its path.
+inline std::string file(std::string const& name, std::string const& bytes) {
+    std::string const path = (scratch() / name).string();
+    EXPECT_EQ(writeFileAtomically(path, bytes), "");
+    return path;
+}
+
+// The arguments with more appended, for tables whose rows share a start.
+inline std::vector<std::string> with(std::vector<std::string> args, std::vector<std::string> const& more) {
+    args.insert(args.end(), more.begin(), more.end());
+    return args;
+}
+
 inline std::string sample(char const* name) {
     return std::string(SIMPLEPATH_SAMPLE_DATA) + "/" + name;
 }
