@@ -4,7 +4,6 @@
 
 using namespace sptool::testing;
 using sptool::readWholeFile;
-using sptool::writeFileAtomically;
 
 namespace {
 
@@ -15,51 +14,38 @@ std::string fileText(fs::path const& path) {
     return text;
 }
 
-void writeText(fs::path const& path, std::string const& text) {
-    ASSERT_EQ(writeFileAtomically(path.string(), text), "");
-}
-
+// Chains that touch every edit the tool records: insert, the four modes, a drag (recorded as the changes
+// of the triples it moved), move of anchors and handles with each snap, delete (a vertex, and a whole
+// short path), split of open and closed paths, join, and an edit taken back by undo, which leaves no record.
 struct Chain {
     char const* drawing;
-    std::vector<std::string> edits;
-};
-
-// Chains that touch every edit the tool records: insert, the four modes, a drag (recorded as the changes
-// of the triples it moved), move of anchors and handles
-// with each snap, delete (a vertex, and a whole short path), split of open and closed paths, join, and
-// an edit taken back by undo, which leaves no record.
-std::vector<Chain> const kChains = {
+    char const* edits;
+} const kChains[] = {
     {"open-paths.svg",
-     {"insert", "--at", "0:0.5",  "mode",   "smooth", "--vertex", "1",        "move", "--vertex", "2",
-      "--to",   "10",   "10",     "--snap", "angle",  "delete",   "--vertex", "0",    "split",    "--vertex",
-      "1",      "drag", "--path", "2",      "--at",   "1:0.5",    "--to",     "150",  "60"}},
+     "insert --at 0:0.5 mode smooth --vertex 1 move --vertex 2 --to 10 10 --snap angle delete "
+     "--vertex 0 split --vertex 1 drag --path 2 --at 1:0.5 --to 150 60"},
     {"exported-drawing.svg",
-     {"split",  "--path", "0",        "--vertex", "1",        "join", "1:end",    "2:start", "move",
-      "--path", "2",      "--vertex", "4",        "--handle", "in",   "--to",     "50",      "50",
-      "mode",   "cusp",   "--path",   "2",        "--vertex", "5",    "insert",   "--path",  "2",
-      "--at",   "2:0.25", "undo",     "delete",   "--path",   "3",    "--vertex", "1"}},
+     "split --path 0 --vertex 1 join 1:end 2:start move --path 2 --vertex 4 --handle in "
+     "--to 50 50 mode cusp --path 2 --vertex 5 insert --path 2 --at 2:0.25 undo delete "
+     "--path 3 --vertex 1"},
     {"icon.svg",
-     {"move",     "--path",   "2",      "--vertex",  "3",        "--to", "5",        "9",         "--snap",
-      "vertical", "delete",   "--path", "4",         "--vertex", "0",    "split",    "--path",    "3",
-      "--vertex", "0",        "mode",   "symmetric", "--path",   "0",    "--vertex", "7",         "mode",
-      "straight", "--path",   "1",      "--vertex",  "2",        "move", "--path",   "1",         "--vertex",
-      "3",        "--handle", "out",    "--to",      "1",        "1",    "--snap",   "horizontal"}},
+     "move --path 2 --vertex 3 --to 5 9 --snap vertical delete --path 4 --vertex 0 split --path 3 "
+     "--vertex 0 mode symmetric --path 0 --vertex 7 mode straight --path 1 --vertex 2 move --path 1 "
+     "--vertex 3 --handle out --to 1 1 --snap horizontal"},
 };
 
 TEST_F(ToolProcess, RecordedChainReplaysOntoACopyToTheSameBytes) {
     fs::path const dir = scratch();
     for (Chain const& chain : kChains) {
         SCOPED_TRACE(chain.drawing);
-        fs::path const copy = dir / "copy.svg";
-        writeText(copy, fileText(sample(chain.drawing)));
-        std::vector<std::string> args = {sample(chain.drawing), "--record", (dir / "edits.json").string()};
-        args.insert(args.end(), chain.edits.begin(), chain.edits.end());
-        Outcome const edited = run(args);
+        std::string const copy = file("copy.svg", fileText(sample(chain.drawing)));
+        Outcome const edited =
+            run(with({sample(chain.drawing), "--record", (dir / "edits.json").string()}, words(chain.edits)));
         ASSERT_EQ(edited.code, 0) << edited.err;
         ASSERT_NE(edited.out, fileText(sample(chain.drawing)));
 
-        Outcome const replayed = run({copy.string(), "replay", (dir / "edits.json").string(), "--record",
-                                      (dir / "again.json").string()});
+        Outcome const replayed =
+            run({copy, "replay", (dir / "edits.json").string(), "--record", (dir / "again.json").string()});
         ASSERT_EQ(replayed.code, 0) << replayed.err;
         EXPECT_EQ(replayed.out, edited.out);
         // Replayed edits record themselves as they were recorded.
@@ -71,31 +57,31 @@ TEST_F(ToolProcess, UndoTakesEachEditBackToTheInput) {
     std::string const drawing = sample("exported-drawing.svg");
     Outcome const input = run({drawing});
     ASSERT_EQ(input.code, 0) << input.err;
-    std::vector<std::vector<std::string>> const edits = {
-        {"delete", "--path", "1", "--vertex", "1"},
-        {"delete", "--path", "4", "--vertex", "0"}, // a two-vertex path goes whole
-        {"insert", "--path", "3", "--at", "7:0.3"},
-        {"mode", "symmetric", "--path", "3", "--vertex", "2"},
-        {"split", "--path", "2", "--vertex", "1"},
-        {"split", "--path", "0", "--vertex", "2"},
-        {"join", "1:end", "2:start"},
-        {"move", "--path", "3", "--vertex", "0", "--handle", "out", "--to", "-4", "8", "--snap", "angle"},
-        {"drag", "--path", "3", "--at", "2:0.5", "--to", "10", "12"},
-        {"transform", "rotate", "30"}, // every path, about the drawing's centre
-        {"transform", "matrix", "1", "0.5", "0", "2", "3", "4", "--path", "2"}, // linear part, then the shift
-        {"slice", "3:1:0.5", "3:5:0"},
-        {"close", "--path", "2"},
-        {"delete-path", "--path", "1"},
-        {"replay", (scratch() / "edits.json").string()}, // a whole replay is one step
-    };
-    ASSERT_EQ(run({drawing, "--record", (scratch() / "edits.json").string(), "delete", "--path", "1",
-                   "--vertex", "1", "insert", "--at", "1:0.5", "mode", "cusp", "--vertex", "2"})
+    std::string const recorded = (scratch() / "edits.json").string();
+    ASSERT_EQ(run(with({drawing, "--record", recorded},
+                       words("delete --path 1 --vertex 1 insert --at 1:0.5 mode cusp --vertex 2")))
                   .code,
               0);
-    for (auto const& edit : edits) {
-        SCOPED_TRACE(edit.front() + " " + edit[1]);
-        std::vector<std::string> args = {drawing};
-        args.insert(args.end(), edit.begin(), edit.end());
+    std::string const edits[] = {
+        "delete --path 1 --vertex 1",
+        "delete --path 4 --vertex 0", // a two-vertex path goes whole
+        "insert --path 3 --at 7:0.3",
+        "mode symmetric --path 3 --vertex 2",
+        "split --path 2 --vertex 1",
+        "split --path 0 --vertex 2",
+        "join 1:end 2:start",
+        "move --path 3 --vertex 0 --handle out --to -4 8 --snap angle",
+        "drag --path 3 --at 2:0.5 --to 10 12",
+        "transform rotate 30",                     // every path, about the drawing's centre
+        "transform matrix 1 0.5 0 2 3 4 --path 2", // linear part, then the shift
+        "slice 3:1:0.5 3:5:0",
+        "close --path 2",
+        "delete-path --path 1",
+        "replay " + recorded, // a whole replay is one step
+    };
+    for (std::string const& edit : edits) {
+        SCOPED_TRACE(edit);
+        std::vector<std::string> args = with({drawing}, words(edit));
         Outcome const changed = run(args);
         ASSERT_EQ(changed.code, 0) << changed.err;
         EXPECT_NE(changed.out, input.out);
@@ -106,8 +92,9 @@ TEST_F(ToolProcess, UndoTakesEachEditBackToTheInput) {
     }
     // Undo walks back step by step: two undos after two edits leave the first one's result.
     Outcome const first = run({drawing, "delete", "--path", "1", "--vertex", "1"});
-    Outcome const walked = run({drawing, "delete", "--path", "1", "--vertex", "1", "split", "--path", "0",
-                                "--vertex", "1", "insert", "--path", "3", "--at", "0:0.5", "undo", "undo"});
+    Outcome const walked = run(with(
+        {drawing},
+        words("delete --path 1 --vertex 1 split --path 0 --vertex 1 insert --path 3 --at 0:0.5 undo undo")));
     ASSERT_EQ(walked.code, 0) << walked.err;
     EXPECT_EQ(walked.out, first.out);
 }

@@ -1,16 +1,8 @@
-// `render` draws through the library's drawer interface: one outline per path and one marker per vertex,
-// each mode by its own shape, and the drawer's feedback styles in elements of their own.
-#include "toolkit/Hooks.h"
-#include "toolkit/OutputFile.h"
-#include "toolkit/Session.h"
-#include "toolkit/SvgDocument.h"
+// The drawer behind `render` and `preview` puts each feedback style in elements of its own.
 #include "toolkit/SvgDrawer.h"
-#include "toolkit/SvgWriter.h"
 
 #include <gtest/gtest.h>
 #include <pugixml.hpp>
-
-#include <sstream>
 
 using namespace sptool;
 
@@ -45,36 +37,6 @@ int count(std::vector<std::string> const& lines, std::string const& prefix) {
         n += line.rfind(prefix, 0) == 0;
     }
     return n;
-}
-
-TEST(RenderThroughDrawer, SamplesShowOneOutlinePerPathAndOneMarkerPerVertexByItsMode) {
-    for (char const* name :
-         {"exported-drawing.svg", "exported-logo.svg", "icon.svg", "minified-icons.svg", "open-paths.svg"}) {
-        SCOPED_TRACE(name);
-        std::string error;
-        std::string const text = readWholeFile(std::string(SIMPLEPATH_SAMPLE_DATA) + "/" + name, error);
-        ASSERT_EQ(error, "");
-        SvgReadResult read = readSvgDocument(text);
-        ASSERT_TRUE(read.ok()) << read.error;
-        GlobalOptions options;
-        std::istringstream in;
-        std::ostringstream out, err;
-        Session session(options, in, out, err);
-        session.frame = read.document.frame;
-        session.chains = read.document.chains;
-        ASSERT_EQ(adoptChains(session), kExitOk);
-        ASSERT_FALSE(session.paths.empty());
-
-        std::vector<std::string> const after = elements(renderDrawing(session.frame, session.paths));
-        int vertices = 0;
-        for (auto const& path : session.paths) {
-            vertices += path->numTriples();
-        }
-        EXPECT_EQ(count(after, "path d="), static_cast<int>(session.paths.size()));
-        EXPECT_EQ(count(after, "circle class=smooth") + count(after, "rect class=cusp") +
-                      count(after, "path class=symmetric"),
-                  vertices);
-    }
 }
 
 TEST(RenderThroughDrawer, FeedbackStylesAndUnknownModesGetTheirOwnElements) {

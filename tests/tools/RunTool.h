@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
@@ -62,6 +63,18 @@ inline std::string file(std::string const& name, std::string const& bytes) {
     std::string const path = (scratch() / name).string();
     EXPECT_EQ(writeFileAtomically(path, bytes), "");
     return path;
+}
+
+// The words of a command line written as one string (none of them holds a space).
+inline std::vector<std::string> words(std::string const& line) {
+    std::vector<std::string> out;
+    for (std::size_t start = 0, end = 0; start < line.size(); start = end + 1) {
+        end = std::min(line.find(' ', start), line.size());
+        if (end > start) {
+            out.push_back(line.substr(start, end - start));
+        }
+    }
+    return out;
 }
 
 // The arguments with more appended, for tables whose rows share a start.
