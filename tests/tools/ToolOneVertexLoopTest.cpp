@@ -104,7 +104,7 @@ TEST_F(ToolProcess, InfoOfALoopOfOneVertexMeasuresTheLoop) {
     EXPECT_NEAR(after["length"].get<double>(), path["length"].get<double>(), 1e-9);
 }
 
-TEST_F(ToolProcess, NearestAndIntersectOnALoopOfOneVertexFindTheLoop) {
+TEST_F(ToolProcess, NearestPickAndIntersectOnALoopOfOneVertexFindTheLoop) {
     // The nearest point, from inside the loop, outside it and beyond its far end.
     for (auto const& probe : std::vector<std::array<double, 2>>{{10, 5}, {4, 1}, {9, -3}, {14, 1}, {-2, 2}}) {
         json hit = runJson({"--d", kLoop, "nearest", std::to_string(probe[0]), std::to_string(probe[1])});
@@ -113,6 +113,14 @@ TEST_F(ToolProcess, NearestAndIntersectOnALoopOfOneVertexFindTheLoop) {
         LD const best = distanceTo(loopAt(nearestSample(probe[0], probe[1])), probe[0], probe[1]);
         EXPECT_NEAR(hit["distance"].get<double>(), double(best), 1e-6);
     }
+
+    // Picking the curve away from the vertex and its handles.
+    LPoint const p = loopAt(0.8L);
+    json hit = runJson({"--d", kLoop, "pick", std::to_string(double(p.x)), std::to_string(double(p.y)),
+                        "--tolerance", "0.1"});
+    EXPECT_EQ(hit["hit"], "curve");
+    expectOnTheLoopAt(hit, 1e-9);
+    EXPECT_NEAR(hit["position"]["t"].get<double>(), 0.8, 1e-3);
 
     // The line y = 2 crosses the loop twice, where the sampled y(t) - 2 changes sign.
     std::vector<LD> roots;
