@@ -102,6 +102,12 @@ TEST_F(ToolProcess, InfoOfALoopOfOneVertexMeasuresTheLoop) {
         EXPECT_NEAR(after["bounds"][k].get<double>(), path["bounds"][k].get<double>(), 1e-9) << k;
     }
     EXPECT_NEAR(after["length"].get<double>(), path["length"].get<double>(), 1e-9);
+    // Scaling about the middle of the loop's box leaves that middle where it was.
+    json scaled = runJson({"--d", kLoop, "transform", "scale", "3", "2", "info"})["paths"][0];
+    for (int axis = 0; axis < 2; ++axis) {
+        EXPECT_NEAR(scaled["bounds"][axis].get<double>() + scaled["bounds"][axis + 2].get<double>(),
+                    double(bounds[axis] + bounds[axis + 2]), 1e-9);
+    }
 }
 
 TEST_F(ToolProcess, NearestPickAndIntersectOnALoopOfOneVertexFindTheLoop) {
