@@ -101,11 +101,9 @@ TEST_F(ToolProcess, EveryRefusalIsOneLineWithExitCodeOne) {
                       longer = file("longer.spath", two + "x"),
                       nan = file("nan.spath",
                                  two.substr(0, two.size() - 8) + std::string("\0\0\0\0\0\0\xf8\x7f", 8)),
-                      text = file("text.spath", "M0 0"), emptySpath = file("empty.spath", ""),
+                      text = file("text.spath", "M0 0"),
                       bad = file("bad.svg", "<svg><path id='a' d='M0 0 L 5'/></svg>"),
-                      empty = file("empty.svg", ""), blank = file("blank.txt", " \n"),
-                      notSvg = file("notes.svg", "M0 0L1 1"),
-                      xmlAsData = file("drawing.txt", "<svg><path d='M0 0L1 1'/></svg>");
+                      empty = file("empty.svg", ""), notSvg = file("notes.svg", "M0 0L1 1");
     std::string const notSpath = ": not a readable .spath stream: ";
     std::string const drawing = sample("open-paths.svg"), record = (scratch() / "r.json").string();
     auto replay = [&](std::string const& name, std::string const& json) {
@@ -125,12 +123,9 @@ TEST_F(ToolProcess, EveryRefusalIsOneLineWithExitCodeOne) {
         {{longer}, longer + notSpath + "unexpected bytes after path 1"},
         {{nan}, nan + notSpath + "path 1 has a coordinate that is not a finite number"},
         {{text}, text + notSpath + "its start claims 807415885 paths in only 4 bytes"},
-        {{emptySpath}, emptySpath + ": the file is empty, not a .spath stream"},
         {{empty}, empty + ": the file is empty"},
-        {{blank}, blank + ": the file is empty"},
         {{"-"}, "standard input: nothing was read"},
         {{notSvg}, notSvg + ": not an SVG document (it does not start with '<')"},
-        {{xmlAsData}, xmlAsData + ": path data at offset 0: expected a moveto command (M or m), found '<'"},
         // Numbers beyond the double range, while reading or editing.
         {{"--d", "M1.7e308 0 l1.7e308 0"},
          "--d: path data at offset 12: the coordinates of this l command overflow the range of double "
@@ -141,8 +136,6 @@ TEST_F(ToolProcess, EveryRefusalIsOneLineWithExitCodeOne) {
          "transform: path 0 would get coordinates beyond the range of double precision (about 1.8e308)"},
         {{"--d", "M-1e308 0L1e308 0", "info"},
          "info: the length of path 0 overflows the range of double precision"},
-        {{"--d", "M-1e308 0L1e308 0", "nearest", "1e308", "1e308"},
-         "nearest: the distance overflows the range of double precision"},
         {{drawing, "preview", "--vertex", "1", "--to", "nan", "1"}, "coordinates must be finite numbers"},
         // Mistakes on the command line, found before any input is read.
         {{drawing, "frobnicate"}, "unknown command 'frobnicate' (run simplepath --help for the list)"},
@@ -151,23 +144,15 @@ TEST_F(ToolProcess, EveryRefusalIsOneLineWithExitCodeOne) {
         {{drawing, "delete"}, "delete: name the target with either --vertex or --near"},
         {{drawing, "insert", "--at", "2"},
          "insert: --at takes SEG:T, a segment index and a parameter in [0, 1], not '2'"},
-        {{drawing, "join", "0:end", "1:middle"}, "join: a path end is P:start or P:end, not '1:middle'"},
         {{drawing, "pick", "1", "2", "--tolerance", "-1"}, "pick: --tolerance must not be negative"},
-        {{drawing, "slice", "0:0:0.5", "x"}, "slice: a slice position is P:SEG:T, not 'x'"},
         {{drawing, "preview", "--vertex", "1", "--vertex", "2", "--handle", "in", "--to", "1", "1"},
          "preview: --handle drags one vertex: give a single --vertex"},
         // Targets that are not in the drawing, and edits that cannot be made there.
         {with(shapes, {"delete", "--vertex", "3"}), "vertex 3 is out of range: path 0 has 3 vertices"},
         {with(shapes, {"nearest", "1", "2", "--path", "-1"}),
          "path -1 is out of range: the drawing has 2 paths"},
-        {with(shapes, {"insert", "--at", "2:0.5", "--path", "1"}),
-         "segment 2 is out of range: path 1 has 1 segment"},
         {with(shapes, {"drag", "--near", "50", "50", "--to", "0", "0"}), "no curve within 1 of (50, 50)"},
-        {with(shapes, {"split", "--near", "50", "50", "--tolerance", "0.5"}),
-         "no vertex within 0.5 of (50, 50)"},
         {with(shapes, {"join", "0:end", "1:start"}), "join: path 0 is closed, so it has no ends"},
-        {with(shapes, {"join", "1:end", "1:start"}),
-         "join: both ends are on path 1; join takes the ends of two different paths"},
         {with(shapes, {"split", "--path", "1", "--vertex", "0"}),
          "split: cannot split at that vertex (an end of an open path)"},
         {with(shapes, {"slice", "0:1:0.5", "0:1:0.5"}),
@@ -176,10 +161,7 @@ TEST_F(ToolProcess, EveryRefusalIsOneLineWithExitCodeOne) {
         // What keeps no record, and record files that do not read or do not fit the drawing.
         {{drawing, "--record", record, "transform", "translate", "1", "1"},
          "transform cannot be recorded: path-level edits keep no record"},
-        {{drawing, "--record", record, "slice", "0:0:0.5", "0:1:0.5"},
-         "slice cannot be recorded: path-level edits keep no record"},
         {replay("a", "{\"records\": ["), in("a") + "not valid JSON (at byte 14)"},
-        {replay("b", "[1, 2]"), in("b") + "not a record file: it has no \"records\" list"},
         {replay("c", "{\"records\": [{\"type\": 8}]}"), in("c") + "record 1 has the unknown type 8"},
         {replay("d", "{\"records\": [{\"type\": 9, \"vertexLocation\": [1]}]}"),
          in("d") + "record 1 (delete): its field \"vertexLocation\" is missing or not what it should be"},
