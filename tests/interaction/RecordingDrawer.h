@@ -1,14 +1,17 @@
 #pragma once
 
 #include "simplepath/interaction/SimplePathDrawer.h"
+#include "simplepath/path/SimplePath.h"
+#include "support/PathHelpers.h"
 
 #include <array>
 #include <cstdio>
 #include <string>
 #include <vector>
 
-// A drawer and curve rep that record every call, for tests of what is drawn and in which order. Reps
-// count themselves while alive, so a leaked rep shows in liveReps() (a double delete in the sanitizer build).
+// Paths of known triples, and a drawer and curve rep that record every call, for tests of what is drawn and
+// in which order. Reps count themselves while alive, so a leaked rep shows in liveReps() (a double delete in
+// the sanitizer build).
 namespace recording {
 
 using Mode = SimplePathVertexTriple::VertexTripleMode;
@@ -18,6 +21,15 @@ inline std::string text(DPoint const& p) {
     char buffer[64];
     std::snprintf(buffer, sizeof buffer, "(%.17g %.17g)", p.x, p.y);
     return buffer;
+}
+
+// The log entries separated by "; ", for comparing a whole log with one string.
+inline std::string joined(std::vector<std::string> const& log) {
+    std::string out;
+    for (std::string const& line : log) {
+        out += (out.empty() ? "" : "; ") + line;
+    }
+    return out;
 }
 
 inline int& liveReps() {
@@ -116,5 +128,26 @@ class Drawer : public SimplePathDrawer {
     }
     int nextId_ = 0;
 };
+
+// Triple i of path `p`: anchor (10 i, 100 p), handles 2 before and 3 after, so the lengths differ.
+inline Triple tripleAt(int i, int p = 0) {
+    return {DPoint(10.0 * i - 2, 100.0 * p), DPoint(10.0 * i, 100.0 * p), DPoint(10.0 * i + 3, 100.0 * p)};
+}
+
+template <class ModeOf> SimplePath pathOf(int n, int closed, ModeOf const& modeOf, int p = 0) {
+    SimplePath path;
+    for (int i = 0; i < n; ++i) {
+        Triple const t = tripleAt(i, p);
+        EXPECT_EQ(appendTriple(path, t[0], t[1], t[2], modeOf(i)), SimplePath::Success);
+    }
+    path.setStrictClosed(closed);
+    return path;
+}
+
+inline SimplePathVertexTriple tripleOf(SimplePath const& path, int i) {
+    SimplePathVertexTriple t;
+    EXPECT_EQ(path.getTriple(i, t), SimplePath::Success);
+    return t;
+}
 
 } // namespace recording
