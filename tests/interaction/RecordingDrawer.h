@@ -107,14 +107,6 @@ class Drawer : public SimplePathDrawer {
         }
     }
 
-    std::vector<std::string> callNames() const {
-        std::vector<std::string> names;
-        for (Call const& c : calls) {
-            names.push_back(c.what);
-        }
-        return names;
-    }
-
   private:
     Call& record(char const* what, CurveRep* rep) {
         log.push_back(what);
