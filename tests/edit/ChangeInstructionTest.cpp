@@ -31,17 +31,16 @@ Paths translated(SimplePathChangeInstruction const& change, SimplePath* path) {
 
 TEST(ChangeInstruction, TransformsApplyInRecordingOrder) {
     // Shift, then absorb the shifted segment; the other order absorbs nothing.
-    SimplePathChangeInstruction shiftFirst;
+    SimplePathChangeInstruction shiftFirst, absorbFirst;
     shiftFirst.insertPositionTransform(new ShiftPositionTransform(&a, &a, 1));
     shiftFirst.insertPositionTransform(new AbsorbSegmentTransform(&a, 1, 5));
-    SimplePathChangeInstruction absorbFirst;
     absorbFirst.insertPositionTransform(new AbsorbSegmentTransform(&a, 1, 5));
     absorbFirst.insertPositionTransform(new ShiftPositionTransform(&a, &a, 1));
     EXPECT_EQ((std::pair<int, double>{5, 0.0}), on(&a, shiftFirst.translate(pairOn(&a, 0, 0.5))));
     EXPECT_EQ((std::pair<int, double>{1, 0.5}), on(&a, absorbFirst.translate(pairOn(&a, 0, 0.5))));
 
     // The list form moves every pair in place through the whole chain.
-    std::list<support::PathPosition> pairs{pairOn(&b, 0, 0.5), pairOn(&a, 0, 0.5)};
+    std::list<support::PathPosition> pairs{pairOn(&a, 0, 0.5)};
     shiftFirst.translate(pairs);
     EXPECT_EQ((std::pair<int, double>{5, 0.0}), on(&a, pairs.back()));
 }
@@ -57,8 +56,8 @@ TEST(ChangeInstruction, PathsFollowTheirReplacements) {
     EXPECT_EQ(Paths{&c}, translated(change, &c));
 }
 
-// Copies share the recorded transforms; each is freed once, by whichever instruction holds it last, and
-// recording into a copy leaves the original as it was.
+// Copies share the recorded transforms and each is freed once, by the last holder; recording into a copy
+// leaves the original as it was.
 TEST(ChangeInstruction, CopiesShareTransformsAndFreeEachOnce) {
     int deleted = 0;
     auto* twice = new support::CountedTransform(&deleted, 1);
