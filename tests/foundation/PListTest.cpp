@@ -20,7 +20,7 @@ PList<int> listOf(Items const& values) {
     return list;
 }
 
-TEST(PList, EditsKeepTheCircleConsistentAndIndicesWrap) {
+TEST(PList, EditsKeepTheCircleConsistent) {
     PList<int> list = listOf({1, 2, 3});
     EXPECT_EQ(list[5], 3);
     EXPECT_EQ(list.find(99), -1);
@@ -39,9 +39,8 @@ TEST(PList, EditsKeepTheCircleConsistentAndIndicesWrap) {
     EXPECT_EQ(list.head, nullptr);
     list.insert(5, 3);
     EXPECT_EQ(items(list), (Items{5}));
-}
 
-TEST(PList, JoinAndInjectMoveNodesAndEmptyTheSource) {
+    // Joining and injecting move the nodes and empty the source.
     PList<int> a = listOf({1, 2}), b = listOf({3, 4}), c = listOf({7, 8}), d = listOf({5});
     a += b;
     EXPECT_EQ(b.length(), 0);
