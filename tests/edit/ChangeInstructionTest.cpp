@@ -3,28 +3,21 @@
 #include <list>
 #include <memory>
 
+#include "EditingHelpers.h"
 #include "simplepath/edit/AbsorbSegmentTransform.h"
 #include "simplepath/edit/ShiftPositionTransform.h"
-#include "simplepath/edit/SimplePathChangeInstruction.h"
-#include "simplepath/path/SimplePath.h"
 #include "support/PositionPairs.h"
 
 namespace {
 
+using namespace editing;
 using support::pairOn;
-using Paths = std::list<PHashablePointer<SimplePath>>;
 
 SimplePath a, b, c, d;
 
 std::pair<int, double> on(SimplePath* path, support::PathPosition const& pair) {
     EXPECT_EQ(path, pair.first.pointer);
     return {pair.second.getIndex(), pair.second.getParameter()};
-}
-
-Paths translated(SimplePathChangeInstruction const& change, SimplePath* path) {
-    Paths out{&d}; // emptied by translate
-    change.translate(PHashablePointer<SimplePath>(path), out);
-    return out;
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <list>
 #include <set>
 #include <vector>
 
@@ -76,6 +77,21 @@ inline Vertices added(SimplePathChangeInstruction const& change) {
 inline Vertices removed(SimplePathChangeInstruction const& change) {
     Vertices out;
     change.simplePathVerticesRemoved(out);
+    return out;
+}
+
+using Paths = std::list<PHashablePointer<SimplePath>>;
+
+// What `path` became; the list given to the change instruction starts with a stale entry it must clear.
+inline Paths translated(SimplePathChangeInstruction const& change, SimplePath* path) {
+    Paths out(1);
+    change.translate(PHashablePointer<SimplePath>(path), out);
+    return out;
+}
+
+inline Paths removedPaths(SimplePathChangeInstruction const& change) {
+    Paths out;
+    change.simplePathsRemoved(out);
     return out;
 }
 

@@ -10,20 +10,6 @@ using namespace editing;
 
 namespace {
 
-using Paths = std::list<PHashablePointer<SimplePath>>;
-
-Paths translated(SimplePathChangeInstruction const& change, SimplePath* path) {
-    Paths out;
-    change.translate(path, out);
-    return out;
-}
-
-Paths removedPaths(SimplePathChangeInstruction const& change) {
-    Paths out;
-    change.simplePathsRemoved(out);
-    return out;
-}
-
 // The caller's anchorA, handleA, anchorB, handleB, or four nulls for vertices made by the path.
 std::vector<SimplePathVertex*> callersVertices(bool wanted) {
     std::vector<SimplePathVertex*> out(4, nullptr);

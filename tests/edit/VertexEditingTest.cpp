@@ -277,9 +277,7 @@ TEST(VertexEditing, BadArgumentsFailAndChangeNothing) {
         EXPECT_EQ(locationsOf(wiggly(3, 1)), locationsOf(closed));
         EXPECT_EQ(vertices, verticesOf({&path, &other, &closed}));
         EXPECT_EQ(0, first.numTriples());
-        std::list<PHashablePointer<SimplePath>> paths;
-        change.simplePathsRemoved(paths);
-        EXPECT_TRUE(paths.empty() && added(change).empty() && removed(change).empty());
+        EXPECT_TRUE(removedPaths(change).empty() && added(change).empty() && removed(change).empty());
         EXPECT_EQ(0u, change.numPositionTransforms());
     }
     EXPECT_EQ(5u, inserting.numPositionTransforms()); // one for each failed insertion

@@ -35,9 +35,7 @@ TEST(DeleteSimplePath, ReportsEveryVertexAndThePathAndLeavesTheObjectEmpty) {
     EXPECT_EQ(0, path.numTriples());
     EXPECT_EQ(1, path.isClosedSimplePath());
     EXPECT_EQ(vertices, removed(change));
-    std::list<PHashablePointer<SimplePath>> paths;
-    change.simplePathsRemoved(paths);
-    EXPECT_EQ(std::list<PHashablePointer<SimplePath>>{&path}, paths);
+    EXPECT_EQ(Paths{&path}, removedPaths(change));
     freeRemoved(change);
     SimplePathChangeInstruction untouched;
     EXPECT_EQ(SimplePath::Failure, SimplePath::deleteSimplePath(nullptr, untouched));
