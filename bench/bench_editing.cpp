@@ -10,21 +10,9 @@
 #include "simplepath/edit/SimplePathChangeInstruction.h"
 #include "simplepath/path/SimplePath.h"
 
-namespace {
+#include "bench/ZigzagPath.h"
 
-SimplePath makePath(int n) {
-    SimplePath path;
-    SimplePathVertex* f = nullptr;
-    SimplePathVertex* a = nullptr;
-    SimplePathVertex* l = nullptr;
-    for (int i = 0; i < n; ++i) {
-        double const x = 10.0 * i;
-        double const y = (i % 2) * 4.0;
-        // Timed for speed only; the unit tests check what this call answers.
-        (void)path.addTriple({x - 3, y + 1}, f, {x, y}, a, {x + 3, y - 1}, l, SimplePathVertexTriple::Smooth);
-    }
-    return path;
-}
+namespace {
 
 void freeRemoved(SimplePathChangeInstruction const& change) {
     std::set<SimplePathVertex*> removed;
@@ -37,7 +25,8 @@ void freeRemoved(SimplePathChangeInstruction const& change) {
 // One vertex inserted at (n/2, 0.5) and deleted again; `timeInsert` chooses which of the two is timed.
 void insertAndDelete(benchmark::State& state, bool timeInsert) {
     int const n = static_cast<int>(state.range(0));
-    SimplePath path = makePath(n);
+    SimplePath path;
+    fillZigzag(path, n);
     SimplePathPosition middle;
     // Timed for speed only; the unit tests check what this call answers.
     (void)path.makePosition(n / 2, 0.5, middle);

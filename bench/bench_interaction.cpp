@@ -10,6 +10,8 @@
 #include "simplepath/interaction/XYOffsetSimplePathTransform.h"
 #include "simplepath/path/SimplePath.h"
 
+#include "bench/ZigzagPath.h"
+
 #include <array>
 
 namespace {
@@ -58,20 +60,6 @@ class RecordingDrawer : public SimplePathDrawer {
     Log log;
 };
 
-SimplePath makePath(int n) {
-    SimplePath path;
-    SimplePathVertex* f = nullptr;
-    SimplePathVertex* a = nullptr;
-    SimplePathVertex* l = nullptr;
-    for (int i = 0; i < n; ++i) {
-        double const x = 10.0 * i;
-        double const y = (i % 2) * 4.0;
-        // Appending fails only when memory is exhausted, which a benchmark does not survive anyway.
-        (void)path.addTriple({x - 3, y + 1}, f, {x, y}, a, {x + 3, y - 1}, l, SimplePathVertexTriple::Smooth);
-    }
-    return path;
-}
-
 // The pointer wanders over a small circle of positions.
 DPoint pointer(long step, DPoint const& around) {
     static constexpr std::array<DVector, 8> offsets = {DVector(1, 0),  DVector(2, 1),  DVector(1, 3),
@@ -84,7 +72,8 @@ DPoint pointer(long step, DPoint const& around) {
 // range(2): 1 with a view transform and angle snapping.
 void BM_SingleMoveAndXorDraw(benchmark::State& state) {
     int const n = static_cast<int>(state.range(0));
-    SimplePath path = makePath(n);
+    SimplePath path;
+    fillZigzag(path, n);
     SimplePathVertexTriple const t = path.getTripleList()[n / 2];
     SimplePathVertex* const picked = state.range(1) == 0 ? t.anchor : t.last;
     DPoint const start = picked->getLocation();
@@ -112,7 +101,8 @@ void BM_MultipleMoveAndXorDraw(benchmark::State& state) {
     int const selected = static_cast<int>(state.range(0));
     bool const scattered = state.range(1) != 0;
     int const n = scattered ? 2 * selected : selected + 2;
-    SimplePath path = makePath(n);
+    SimplePath path;
+    fillZigzag(path, n);
     SimplePathMultipleVertexPickContext::Selection selection;
     for (int i = 0; i < selected; ++i) {
         selection.emplace_back(path.getTripleList()[scattered ? 2 * i : i + 1].anchor, &path);

@@ -15,27 +15,16 @@
 #include "simplepath/path/SimplePath.h"
 #include "simplepath/path/SimplePathMemento.h"
 
+#include "bench/ZigzagPath.h"
+
 namespace {
 
 constexpr int kTriples = 10000;
 constexpr int kMiddle = kTriples / 2;
 
-void fill(SimplePath& path, int n, double y, int closed) {
-    SimplePathVertex* f = nullptr;
-    SimplePathVertex* a = nullptr;
-    SimplePathVertex* l = nullptr;
-    for (int i = 0; i < n; ++i) {
-        double const x = 10.0 * i;
-        double const yi = y + (i % 2) * 4.0;
-        (void)path.addTriple({x - 3, yi + 1}, f, {x, yi}, a, {x + 3, yi - 1}, l,
-                             SimplePathVertexTriple::Smooth);
-    }
-    path.setStrictClosed(closed);
-}
-
 void BM_MementoAndUndo(benchmark::State& state) {
     SimplePath path;
-    fill(path, kTriples, 0.0, 0);
+    fillZigzag(path, kTriples, 0.0, 0);
     for (auto _ : state) {
         SimplePathMemento* memento = nullptr;
         (void)path.createMemento(&memento);
@@ -50,9 +39,9 @@ using Maker = std::function<SimplePathOperation*(SimplePath&, SimplePath&)>;
 
 void executeAndUndo(benchmark::State& state, Maker const& make, int closed = 0) {
     SimplePath path;
-    fill(path, kTriples, 0.0, closed);
+    fillZigzag(path, kTriples, 0.0, closed);
     SimplePath other; // a short second path, for the join
-    fill(other, 2, 100.0, 0);
+    fillZigzag(other, 2, 100.0, 0);
     std::unique_ptr<SimplePathOperation> op(make(path, other));
     std::unique_ptr<SimplePath> made[3];
     for (auto _ : state) {

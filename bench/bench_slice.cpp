@@ -14,26 +14,15 @@
 #include "simplepath/path/SimplePath.h"
 #include "simplepath/path/SimplePathMemento.h"
 
+#include "bench/ZigzagPath.h"
+
 namespace {
 
 constexpr int kTriples = 10000;
 
-void fill(SimplePath& path, double y, int closed) {
-    SimplePathVertex* f = nullptr;
-    SimplePathVertex* a = nullptr;
-    SimplePathVertex* l = nullptr;
-    for (int i = 0; i < kTriples; ++i) {
-        double const x = 10.0 * i;
-        double const yi = y + (i % 2) * 4.0;
-        (void)path.addTriple({x - 3, yi + 1}, f, {x, yi}, a, {x + 3, yi - 1}, l,
-                             SimplePathVertexTriple::Smooth);
-    }
-    path.setStrictClosed(closed);
-}
-
 void BM_SliceFloor_MementoAndUndo(benchmark::State& state) {
     SimplePath path;
-    fill(path, 0.0, 1);
+    fillZigzag(path, kTriples, 0.0, 1);
     for (auto _ : state) {
         SimplePathMemento* memento = nullptr;
         (void)path.createMemento(&memento);
@@ -50,8 +39,8 @@ void BM_SliceExecuteAndUndo(benchmark::State& state) {
     bool const two = state.range(0) != 0;
     SimplePath first;
     SimplePath second;
-    fill(first, 0.0, static_cast<int>(state.range(1)));
-    fill(second, 500.0, static_cast<int>(state.range(2)));
+    fillZigzag(first, kTriples, 0.0, static_cast<int>(state.range(1)));
+    fillZigzag(second, kTriples, 500.0, static_cast<int>(state.range(2)));
     SimplePathPosition p1;
     SimplePathPosition p2;
     (void)first.makePosition(kTriples / 3, 0.0, p1);

@@ -67,34 +67,26 @@ void SimplePath::appendCopiesOf(SimplePathTripleList const& source) {
     auto const location = [](SimplePathVertex const* v) {
         return static_cast<SimplePathDPointVertex const*>(v)->location;
     };
-    if (source.holdsPlainVertices()) {
-        for (SimplePathVertexTriple const& triple : source) {
-            SimplePathVertexTriple copy(nullptr, nullptr, nullptr, triple.mode);
+    bool const allPlain = source.holdsPlainVertices();
+    for (SimplePathVertexTriple const& triple : source) {
+        SimplePathVertexTriple copy(nullptr, nullptr, nullptr, triple.mode);
+        if (allPlain ||
+            (isPlainVertex(triple.first) && isPlainVertex(triple.anchor) && isPlainVertex(triple.last))) {
             if (!vertexStorage.createTriple(location(triple.first), location(triple.anchor),
                                             location(triple.last), copy)) {
                 throw std::bad_alloc();
             }
             tripleList.appendMade(copy);
+            continue;
         }
-        return;
-    }
-    for (SimplePathVertexTriple const& triple : source) {
-        SimplePathVertexTriple copy(nullptr, nullptr, nullptr, triple.mode);
-        if (isPlainVertex(triple.first) && isPlainVertex(triple.anchor) && isPlainVertex(triple.last)) {
-            if (!vertexStorage.createTriple(location(triple.first), location(triple.anchor),
-                                            location(triple.last), copy)) {
-                throw std::bad_alloc();
-            }
-        } else {
-            // Anchor first, then the handles, each only if present.
-            try {
-                copy.anchor = copyOrNull(triple.anchor);
-                copy.first = copyOrNull(triple.first);
-                copy.last = copyOrNull(triple.last);
-            } catch (...) {
-                deleteTripleVertices(copy);
-                throw;
-            }
+        // Anchor first, then the handles, each only if present.
+        try {
+            copy.anchor = copyOrNull(triple.anchor);
+            copy.first = copyOrNull(triple.first);
+            copy.last = copyOrNull(triple.last);
+        } catch (...) {
+            deleteTripleVertices(copy);
+            throw;
         }
         tripleList.push_back(copy);
     }

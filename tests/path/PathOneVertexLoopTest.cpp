@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <list>
 #include <vector>
 
@@ -49,16 +50,12 @@ TEST(OneVertexLoop, PointQueriesTakeTheLoneAnchor) {
     ASSERT_NE(0, path.isClosedSimplePath());
 
     // The stored curve: bounds, top and bottom are the anchor although the loop reaches y = 4.44.
-    double minX = 1, minY = 1, maxX = 1, maxY = 1;
-    ASSERT_EQ(SimplePath::Success, path.getMinMax(minX, minY, maxX, maxY));
-    EXPECT_EQ(0.0, minX);
-    EXPECT_EQ(0.0, minY);
-    EXPECT_EQ(0.0, maxX);
-    EXPECT_EQ(0.0, maxY);
+    std::array<double, 4> box{1, 1, 1, 1};
+    ASSERT_EQ(SimplePath::Success, path.getMinMax(box[0], box[1], box[2], box[3]));
+    EXPECT_EQ((std::array<double, 4>{0, 0, 0, 0}), box);
     DPoint top(1, 1), bottom(1, 1);
     ASSERT_EQ(SimplePath::Success, path.getTopBottom(top, bottom));
-    EXPECT_EQ(DPoint(0, 0), top);
-    EXPECT_EQ(DPoint(0, 0), bottom);
+    EXPECT_TRUE(top == DPoint(0, 0) && bottom == DPoint(0, 0));
 
     // Whatever the point, the nearest position is the anchor at squared distance 0.0.
     SimplePathPosition position;
@@ -73,17 +70,11 @@ TEST(OneVertexLoop, PointQueriesTakeTheLoneAnchor) {
         DPoint const anchor = t.map->transform({0, 0});
         ASSERT_GT(at(b, 0.5).y - anchor.y, 1.0); // the loop is far from being its anchor
 
-        double box[2][4];
-        ASSERT_EQ(SimplePath::Success,
-                  path.pretransformGetMinMax(*t.map, box[0][0], box[0][1], box[0][2], box[0][3]));
-        ASSERT_EQ(SimplePath::Success,
-                  path.pretransformGetMinMaxEx(*t.map, box[1][0], box[1][1], box[1][2], box[1][3]));
-        for (auto const& e : box) {
-            EXPECT_EQ(anchor.x, e[0]);
-            EXPECT_EQ(anchor.y, e[1]);
-            EXPECT_EQ(anchor.x, e[2]);
-            EXPECT_EQ(anchor.y, e[3]);
-        }
+        std::array<double, 4> const atAnchor{anchor.x, anchor.y, anchor.x, anchor.y};
+        ASSERT_EQ(SimplePath::Success, path.pretransformGetMinMax(*t.map, box[0], box[1], box[2], box[3]));
+        EXPECT_EQ(atAnchor, box);
+        ASSERT_EQ(SimplePath::Success, path.pretransformGetMinMaxEx(*t.map, box[0], box[1], box[2], box[3]));
+        EXPECT_EQ(atAnchor, box);
 
         // Only the anchor is tested against a box: the middle of the loop is not found.
         DPoint const middle = at(b, 0.5);

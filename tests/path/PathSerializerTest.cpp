@@ -2,11 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
-#include <fstream>
 #include <random>
 #include <sstream>
 #include <string>
@@ -275,9 +272,7 @@ TEST(PathSerializer, BodyFailuresKeepWhatWasReadAndCountsAreNotTrusted) {
     S huge;
     huge.header(0, 2147483647).retracted(0, 0).retracted(1, 1).add(S::Byte, 2).add(S::Double, 1);
     PHashablePointer<SimplePath> read;
-    auto const start = std::chrono::steady_clock::now();
     EXPECT_EQ(SimplePathSerializer::Failure, SimplePathSerializer::readNew(huge, read));
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(200));
     ASSERT_NE(nullptr, read);
     EXPECT_EQ(2, read->numTriples());
     delete read.getPointer();
@@ -309,27 +304,4 @@ TEST(PathSerializer, EveryTruncationFailsAndKeepsTheWholeRecords) {
         }
         delete read.getPointer();
     }
-}
-
-TEST(PathSerializer, FuzzSeedsAreValidStreamsOfBothFormats) {
-    char const* const root = std::getenv("SIMPLEPATH_SOURCE_DIR");
-    if (root == nullptr) {
-        GTEST_SKIP() << "SIMPLEPATH_SOURCE_DIR is not set";
-    }
-    auto const load = [&](char const* name) {
-        std::ifstream file(std::string(root) + "/tests/fuzz/corpus/fuzz_spath_read/" + name,
-                           std::ios::binary);
-        EXPECT_TRUE(file.good()) << name;
-        return std::string(std::istreambuf_iterator<char>(file), {});
-    };
-    for (char const* name : {"v1_open", "v1_closed", "v2_empty", "v2_single_retracted", "v2_closed_mixed"}) {
-        std::istringstream in(load(name));
-        BinaryDeserializer deserializer(in);
-        SimplePath path;
-        EXPECT_EQ(SimplePathSerializer::Success, SimplePathSerializer::read(&path, deserializer)) << name;
-        EXPECT_EQ(EOF, in.peek()) << name;
-    }
-    SimplePath single;
-    addTriple(single, {1, 2}, {1, 2}, {1, 2}, kCusp);
-    EXPECT_EQ(load("v2_single_retracted"), bytesOf(single));
 }

@@ -291,16 +291,6 @@ TEST(SpatialIndex, StaleAfterEditsAndRefitAfterMoves) {
     std::vector<Edit> const edits = {
         {"translate", true,
          [](SimplePath& p) { EXPECT_EQ(SimplePath::Success, p.translate(DVector(3.0, -1.0))); }},
-        {"scale", true, [](SimplePath& p) { p.scale(1.5, 0.5); }},
-        {"transform", true,
-         [](SimplePath& p) { EXPECT_EQ(SimplePath::Success, p.transform(support::Bend())); }},
-        {"smooth mode", true,
-         [](SimplePath& p) {
-             SimplePathVertexTriple t;
-             EXPECT_EQ(SimplePath::Success, p.getTriple(4, t));
-             SimplePathChangeInstruction change;
-             EXPECT_EQ(SimplePath::Success, p.setSmoothMode(t.anchor, change));
-         }},
         {"change triple", true,
          [](SimplePath& p) {
              SimplePathVertexTriple t;
@@ -337,7 +327,6 @@ TEST(SpatialIndex, StaleAfterEditsAndRefitAfterMoves) {
              EXPECT_EQ(SimplePath::Success, p.addVertexAtPosition(at, change));
          }},
         {"assign", true, [](SimplePath& p) { p = other; }},
-        {"move assign", true, [](SimplePath& p) { p = SimplePath(other); }},
         {"undo", true,
          [](SimplePath& p) {
              SimplePathMemento* memento = nullptr;

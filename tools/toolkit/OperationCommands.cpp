@@ -3,6 +3,7 @@
 #include "toolkit/OperationCommands.h"
 
 #include "toolkit/EditHistory.h"
+#include "toolkit/OperationResultText.h"
 #include "toolkit/OutputFile.h"
 #include "toolkit/RecordFile.h"
 #include "toolkit/Targets.h"
@@ -112,21 +113,6 @@ void applyChange(Session& session, SimplePathChangeInstruction const& change) {
     setOrder(session, order);
 }
 
-std::string resultText(SimplePathOperation::Result result) {
-    switch (result) {
-    case SimplePathOperation::SameVertex:
-        return "both ends are the same vertex";
-    case SimplePathOperation::NotJoinable:
-        return "a path is closed or a vertex is not an end of its path";
-    case SimplePathOperation::VertexMismatch:
-        return "the position is not at an anchor";
-    case SimplePathOperation::MementoFailed:
-        return "the edit could not be made (result 6)";
-    default:
-        return "the edit could not be made (result " + std::to_string(static_cast<int>(result)) + ")";
-    }
-}
-
 // Executes an operation as one step of the history and keeps its record.
 int perform(Session& session, Operation operation, std::string const& name) {
     if (!operation) {
@@ -139,7 +125,7 @@ int perform(Session& session, Operation operation, std::string const& name) {
     if (result != SimplePathOperation::Success) {
         // A failed edit may have changed the path after its memento; the memento puts it back.
         operation->undoOperation();
-        return session.fail(name + ": " + resultText(result));
+        return session.fail(name + ": " + operationResultText(result));
     }
     applyChange(session, change);
     Record* info = nullptr;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <limits>
 #include <new>
 
@@ -19,7 +20,8 @@ std::string pathElement(RenderPath const& path) {
     return "<path d=\"" + writePathData(chainOfVertices(path), NumberFormat{6}) + "\"/>\n";
 }
 
-// Handles as thin lines from the anchor with a dot at the end; a retracted handle is not drawn.
+// Handles as thin lines from the anchor with a dot at the end; a retracted handle is not drawn. `unit` is
+// the size of the dot and the marker, in drawing units per unit of their design below.
 std::string handles(RenderVertex const& v, double unit) {
     std::string out;
     for (DPoint const& handle : {v.in, v.out}) {
@@ -92,10 +94,22 @@ void SvgDrawer::drawCurveVertices(CurveRep* rep, VertexTripleMode* modes, int, i
     if (r == nullptr) {
         return;
     }
-    for (std::size_t i = 0; i < r->path.vertices.size(); ++i) {
-        RenderVertex v = r->path.vertices[i];
+    std::vector<RenderVertex> const& all = r->path.vertices;
+    std::size_t const n = all.size();
+    auto const gap = [&all](std::size_t i, std::size_t j) {
+        return std::hypot(all[i].anchor.x - all[j].anchor.x, all[i].anchor.y - all[j].anchor.y);
+    };
+    for (std::size_t i = 0; i < n; ++i) {
+        RenderVertex v = all[i];
         v.mode = modes != nullptr && modes_ == Modes::PerTriple ? static_cast<int>(modes[i]) : -1;
-        vertices_.push_back(v);
+        double room = std::numeric_limits<double>::infinity();
+        if (i > 0 || (r->path.closed && n > 1)) {
+            room = std::min(room, gap(i, i > 0 ? i - 1 : n - 1));
+        }
+        if (i + 1 < n || (r->path.closed && n > 1)) {
+            room = std::min(room, gap(i, i + 1 < n ? i + 1 : 0));
+        }
+        vertices_.push_back({v, room});
     }
 }
 
@@ -118,7 +132,7 @@ std::string SvgDrawer::document(SvgFrame const& frame) const {
     DrawingBox box;
     std::for_each(permanent_.begin(), permanent_.end(), [&](RenderPath const& p) { box.add(p); });
     std::for_each(curves_.begin(), curves_.end(), [&](StyledPath const& p) { box.add(p.path); });
-    std::for_each(vertices_.begin(), vertices_.end(), [&](RenderVertex const& v) { box.add(v); });
+    std::for_each(vertices_.begin(), vertices_.end(), [&](SpacedVertex const& v) { box.add(v.vertex); });
     std::for_each(edited_.begin(), edited_.end(), [&](RenderVertex const& v) { box.add(v); });
     std::for_each(highlighted_.begin(), highlighted_.end(), [&](DPoint const& p) { box.add(p); });
     std::array<double, 4> const viewBox = drawingBox(frame, box);
@@ -146,12 +160,17 @@ std::string SvgDrawer::document(SvgFrame const& frame) const {
         }
     }
     out += "<g stroke=\"#3478f6\" stroke-width=\"" + number(0.75 * unit) + "\" fill=\"#3478f6\">\n";
-    for (RenderVertex const& v : vertices_) {
-        out += handles(v, unit);
+    // A marker is 6 units wide; where the next anchor is nearer than that, it shrinks to 40% of the gap
+    // (down to a quarter of its size, so that markers on one spot still show).
+    auto const markerUnit = [unit](SpacedVertex const& v) {
+        return unit * std::max(0.25, std::min(1.0, 0.4 * v.room / (6.0 * unit)));
+    };
+    for (SpacedVertex const& v : vertices_) {
+        out += handles(v.vertex, markerUnit(v));
     }
     out += "</g>\n<g stroke=\"#d0342c\" stroke-width=\"" + number(0.75 * unit) + "\" fill=\"#fff\">\n";
-    for (RenderVertex const& v : vertices_) {
-        out += marker(v, unit);
+    for (SpacedVertex const& v : vertices_) {
+        out += marker(v.vertex, markerUnit(v));
     }
     out += "</g>\n";
     if (!edited_.empty()) {

@@ -15,7 +15,8 @@ namespace sptool {
 
 // A host drawer that collects what the library draws and writes it as one SVG document: permanent curves
 // as outlines, feedback curves in the style chosen before drawing them, vertices as markers whose shape
-// tells the mode (circle smooth, square cusp, diamond symmetric, a plain dot when the mode is not known),
+// tells the mode (circle smooth, square cusp, diamond symmetric, a plain dot when the mode is not known;
+// markers shrink where anchors crowd closer than a marker's size, so that each stays apart),
 // handles as thin lines with a dot at the end, an edited triple with its handles, and highlighted points
 // (a snap origin) as a ringed cross.
 class SvgDrawer : public SimplePathDrawer {
@@ -55,7 +56,13 @@ class SvgDrawer : public SimplePathDrawer {
     Modes modes_ = Modes::PerTriple;
     std::vector<RenderPath> permanent_;
     std::vector<StyledPath> curves_;
-    std::vector<RenderVertex> vertices_;
+    // A vertex with the distance to the nearer of its neighbouring anchors along its path (infinite when
+    // it has none), which bounds the size of its marker.
+    struct SpacedVertex {
+        RenderVertex vertex;
+        double room;
+    };
+    std::vector<SpacedVertex> vertices_;
     std::vector<RenderVertex> edited_;
     std::vector<DPoint> highlighted_;
 };

@@ -1,6 +1,7 @@
 #include "EditorSession.h"
 
 #include "toolkit/ChainConversion.h"
+#include "toolkit/OperationResultText.h"
 #include "toolkit/PathDataParser.h"
 #include "toolkit/PathDataWriter.h"
 #include "toolkit/SvgTransform.h"
@@ -567,30 +568,6 @@ double EditorSession::hoverY() const {
 
 // ---- Edits ----
 
-namespace {
-
-char const* describe(SimplePathOperation::Result result) {
-    switch (result) {
-    case SimplePathOperation::Success:
-        return "";
-    case SimplePathOperation::SameVertex:
-        return "a vertex cannot be joined with itself";
-    case SimplePathOperation::NotJoinable:
-        return "only the end anchors of open paths can be joined";
-    case SimplePathOperation::VertexMismatch:
-        return "there is no anchor to split at there";
-    case SimplePathOperation::DegenerateSlice:
-        return "a slice needs two different anchors";
-    case SimplePathOperation::EditFailed:
-        return "the edit could not be made there";
-    case SimplePathOperation::MementoFailed:
-        return "the edit could not be made (nothing to change)";
-    }
-    return "the edit could not be made";
-}
-
-} // namespace
-
 bool EditorSession::run(Group group, int element) {
     sliceFirst_.reset(); // its position would no longer name the same place
     if (group.empty() ||
@@ -618,7 +595,7 @@ bool EditorSession::run(Group group, int element) {
     if (result != SimplePathOperation::Success) {
         // Whatever part of the gesture was made is taken back: the drawing stays as it was.
         step->undoOperation();
-        message_ = describe(result);
+        message_ = sptool::operationResultText(result);
         return false;
     }
     undo_.push_back(std::move(step));
@@ -776,7 +753,7 @@ bool EditorSession::redo() {
     change.simplePathsAdded(added);
     adoptAdded(added, element);
     if (result != SimplePathOperation::Success) {
-        message_ = describe(result);
+        message_ = sptool::operationResultText(result);
     }
     undo_.push_back(std::move(step));
     undoElements_.push_back(element);
