@@ -3,48 +3,17 @@
 #include <list>
 #include <memory>
 
-#include "simplepath/edit/AbsorbSegmentTransform.h"
-#include "simplepath/edit/ShiftPositionTransform.h"
-#include "simplepath/edit/SimplePathChangeInstruction.h"
-#include "simplepath/path/SimplePath.h"
+#include "EditingHelpers.h"
 #include "support/PositionPairs.h"
 
 namespace {
 
+using namespace editing;
 using support::pairOn;
-using Paths = std::list<PHashablePointer<SimplePath>>;
 
 SimplePath a, b, c, d;
 
-std::pair<int, double> on(SimplePath* path, support::PathPosition const& pair) {
-    EXPECT_EQ(path, pair.first.pointer);
-    return {pair.second.getIndex(), pair.second.getParameter()};
-}
-
-Paths translated(SimplePathChangeInstruction const& change, SimplePath* path) {
-    Paths out{&d}; // emptied by translate
-    change.translate(PHashablePointer<SimplePath>(path), out);
-    return out;
-}
-
 } // namespace
-
-TEST(ChangeInstruction, TransformsApplyInRecordingOrder) {
-    // Shift, then absorb the shifted segment; the other order absorbs nothing.
-    SimplePathChangeInstruction shiftFirst;
-    shiftFirst.insertPositionTransform(new ShiftPositionTransform(&a, &a, 1));
-    shiftFirst.insertPositionTransform(new AbsorbSegmentTransform(&a, 1, 5));
-    SimplePathChangeInstruction absorbFirst;
-    absorbFirst.insertPositionTransform(new AbsorbSegmentTransform(&a, 1, 5));
-    absorbFirst.insertPositionTransform(new ShiftPositionTransform(&a, &a, 1));
-    EXPECT_EQ((std::pair<int, double>{5, 0.0}), on(&a, shiftFirst.translate(pairOn(&a, 0, 0.5))));
-    EXPECT_EQ((std::pair<int, double>{1, 0.5}), on(&a, absorbFirst.translate(pairOn(&a, 0, 0.5))));
-
-    // The list form moves every pair in place through the whole chain.
-    std::list<support::PathPosition> pairs{pairOn(&b, 0, 0.5), pairOn(&a, 0, 0.5)};
-    shiftFirst.translate(pairs);
-    EXPECT_EQ((std::pair<int, double>{5, 0.0}), on(&a, pairs.back()));
-}
 
 TEST(ChangeInstruction, PathsFollowTheirReplacements) {
     SimplePathChangeInstruction change;
@@ -57,8 +26,8 @@ TEST(ChangeInstruction, PathsFollowTheirReplacements) {
     EXPECT_EQ(Paths{&c}, translated(change, &c));
 }
 
-// Copies share the recorded transforms; each is freed once, by whichever instruction holds it last, and
-// recording into a copy leaves the original as it was.
+// Copies share the recorded transforms and each is freed once, by the last holder; recording into a copy
+// leaves the original as it was.
 TEST(ChangeInstruction, CopiesShareTransformsAndFreeEachOnce) {
     int deleted = 0;
     auto* twice = new support::CountedTransform(&deleted, 1);
@@ -75,7 +44,9 @@ TEST(ChangeInstruction, CopiesShareTransformsAndFreeEachOnce) {
         original.reset();
         EXPECT_EQ(0, deleted);
         SimplePathChangeInstruction const copyOfCopy(copy);
-        EXPECT_EQ(112, copyOfCopy.translate(pairOn(&a, 0, 0.5)).second.getIndex());
+        std::list<support::PathPosition> pairs{pairOn(&a, 0, 0.5)}; // the list form, in place
+        copyOfCopy.translate(pairs);
+        EXPECT_EQ(112, pairs.front().second.getIndex());
     }
     EXPECT_EQ(3, deleted);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <list>
 #include <set>
 #include <vector>
 
@@ -8,12 +9,14 @@
 
 #include "simplepath/edit/SimplePathChangeInstruction.h"
 #include "simplepath/path/SimplePath.h"
+#include "support/BezierReference.h"
 #include "support/PathHelpers.h"
 
 namespace editing {
 
 using Mode = SimplePathVertexTriple::VertexTripleMode;
 using Loc = SimplePathLocationTriple;
+using Vertices = std::set<SimplePathVertex*>;
 
 inline SimplePath makePath(std::vector<Loc> const& triples, int closed = 0) {
     SimplePath path;
@@ -41,25 +44,19 @@ inline SimplePathPosition at(SimplePath const& path, int index, double t) {
     return p;
 }
 
-// The curve point at (i, t), evaluated independently of the library in Bernstein form in long double.
+// The curve point at (i, t), from the Bernstein form in long double, independently of the library.
 inline DPoint pointAt(SimplePath const& path, int i, double t) {
     SimplePathVertexTriple const& a = path.getTripleList()[i % path.numTriples()];
     SimplePathVertexTriple const& b = path.getTripleList()[(i + 1) % path.numTriples()];
-    DPoint const p[4] = {a.anchor->getLocation(), a.last->getLocation(), b.first->getLocation(),
-                         b.anchor->getLocation()};
-    long double const u = t, s = 1.0L - u, w[4] = {s * s * s, 3 * s * s * u, 3 * s * u * u, u * u * u};
-    long double x = 0.0L, y = 0.0L;
-    for (int k = 0; k < 4; ++k) {
-        x += w[k] * p[k].x;
-        y += w[k] * p[k].y;
-    }
-    return DPoint(static_cast<double>(x), static_cast<double>(y));
+    support::LPoint const p = support::evaluate(PBezier(a.anchor->getLocation(), a.last->getLocation(),
+                                                        b.first->getLocation(), b.anchor->getLocation()),
+                                                t);
+    return DPoint(static_cast<double>(p.x), static_cast<double>(p.y));
 }
 
 // The vertices of the paths' triples; `slots` (if given) is increased by the number of places they fill.
-inline std::set<SimplePathVertex*> verticesOf(std::vector<SimplePath const*> const& paths,
-                                              std::size_t* slots = nullptr) {
-    std::set<SimplePathVertex*> out;
+inline Vertices verticesOf(std::vector<SimplePath const*> const& paths, std::size_t* slots = nullptr) {
+    Vertices out;
     for (SimplePath const* path : paths) {
         for (SimplePathVertexTriple const& t : path->getTripleList()) {
             out.insert({t.first, t.anchor, t.last});
@@ -71,15 +68,30 @@ inline std::set<SimplePathVertex*> verticesOf(std::vector<SimplePath const*> con
     return out;
 }
 
-inline std::set<SimplePathVertex*> added(SimplePathChangeInstruction const& change) {
-    std::set<SimplePathVertex*> out;
+inline Vertices added(SimplePathChangeInstruction const& change) {
+    Vertices out;
     change.simplePathVerticesAdded(out);
     return out;
 }
 
-inline std::set<SimplePathVertex*> removed(SimplePathChangeInstruction const& change) {
-    std::set<SimplePathVertex*> out;
+inline Vertices removed(SimplePathChangeInstruction const& change) {
+    Vertices out;
     change.simplePathVerticesRemoved(out);
+    return out;
+}
+
+using Paths = std::list<PHashablePointer<SimplePath>>;
+
+// What `path` became; the list given to the change instruction starts with a stale entry it must clear.
+inline Paths translated(SimplePathChangeInstruction const& change, SimplePath* path) {
+    Paths out(1);
+    change.translate(PHashablePointer<SimplePath>(path), out);
+    return out;
+}
+
+inline Paths removedPaths(SimplePathChangeInstruction const& change) {
+    Paths out;
+    change.simplePathsRemoved(out);
     return out;
 }
 
@@ -90,24 +102,17 @@ inline void freeRemoved(SimplePathChangeInstruction const& change) {
     }
 }
 
-inline void expectNear(DPoint const& expected, DPoint const& actual, double tolerance = 1e-12) {
-    EXPECT_NEAR(expected.x, actual.x, tolerance);
-    EXPECT_NEAR(expected.y, actual.y, tolerance);
-}
-
 // Every vertex sits in exactly one triple of one path afterwards, or was reported removed; the only
 // vertices that appeared are those reported added.
-inline void expectExactOwnership(std::set<SimplePathVertex*> before,
-                                 std::vector<SimplePath const*> const& after,
+inline void expectExactOwnership(Vertices before, std::vector<SimplePath const*> const& after,
                                  SimplePathChangeInstruction const& change) {
     std::size_t slots = 0;
-    auto held = verticesOf(after, &slots);
+    Vertices held = verticesOf(after, &slots);
     EXPECT_EQ(slots, held.size()) << "a vertex sits in two triples";
     for (SimplePathVertex* v : removed(change)) {
-        EXPECT_EQ(0u, held.count(v)) << "a removed vertex is still held";
-        held.insert(v);
+        EXPECT_TRUE(held.insert(v).second) << "a removed vertex is still held";
     }
-    auto const fresh = added(change);
+    Vertices const fresh = added(change);
     before.insert(fresh.begin(), fresh.end());
     EXPECT_EQ(before, held);
 }
@@ -115,7 +120,6 @@ inline void expectExactOwnership(std::set<SimplePathVertex*> before,
 // Positions held elsewhere follow an edit: a (path, position) pair recorded before the edit and carried
 // through the change instruction must name the same drawn point afterwards, wherever the edit kept it.
 using Pair = SimplePathChangeInstruction::PathPosition;
-
 struct Held {
     Pair pair;
     DPoint point;
@@ -129,12 +133,8 @@ inline int segmentsOf(SimplePath const& path) {
 inline std::vector<Held> holdPositions(std::vector<SimplePath*> const& paths) {
     std::vector<Held> out;
     for (SimplePath* path : paths) {
-        for (int i = 0; i <= segmentsOf(*path); ++i) {
-            for (double t : {0.0, 0.25, 0.5, 0.75}) {
-                if (i < segmentsOf(*path) || t == 0.0) {
-                    out.push_back({{path, at(*path, i, t)}, pointAt(*path, i, t)});
-                }
-            }
+        for (int i = 0; i < 4 * segmentsOf(*path) + 1; ++i) {
+            out.push_back({{path, at(*path, i / 4, i % 4 * 0.25)}, pointAt(*path, i / 4, i % 4 * 0.25)});
         }
     }
     return out;
@@ -151,8 +151,9 @@ inline void expectFollow(std::vector<Held> const& held, SimplePathChangeInstruct
         SCOPED_TRACE(testing::Message()
                      << "from " << h.pair.second.getIndex() << ", " << h.pair.second.getParameter());
         ASSERT_GE(segmentsOf(*moved.first), moved.second.getIndex()); // (segments, 0.0) is the end anchor
-        expectNear(h.point, pointAt(*moved.first, moved.second.getIndex(), moved.second.getParameter()),
-                   1e-9);
+        EXPECT_LT(
+            distance(h.point, pointAt(*moved.first, moved.second.getIndex(), moved.second.getParameter())),
+            1e-9);
     }
 }
 

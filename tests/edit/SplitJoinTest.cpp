@@ -10,98 +10,78 @@ using namespace editing;
 
 namespace {
 
-using Paths = std::list<PHashablePointer<SimplePath>>;
-
-Paths translated(SimplePathChangeInstruction const& change, SimplePath* path) {
-    Paths out;
-    change.translate(path, out);
-    return out;
-}
-
-std::vector<SimplePathVertex*> callersVertices(bool wanted) { // anchorA, handleA, anchorB, handleB
-    std::vector<SimplePathVertex*> out;
+// The caller's anchorA, handleA, anchorB, handleB, or four nulls for vertices made by the path.
+std::vector<SimplePathVertex*> callersVertices(bool wanted) {
+    std::vector<SimplePathVertex*> out(4, nullptr);
     for (int i = 0; wanted && i < 4; ++i) {
-        out.push_back(new SimplePathDPointVertex(DPoint(7, 7)));
+        out[i] = new SimplePathDPointVertex(DPoint(7, 7));
     }
     return out;
 }
 
 } // namespace
 
-// The split triple's own handles stay with the pieces; the duplicated anchor and the idle handles are
-// copies made by the path, or the caller's vertices when given.
-TEST(SplitVertex, OpenPathFallsApartAtTheAnchor) {
-    for (int k : {0, 2, 3, -1}) { // -1: anchor 1 with the caller's vertices
+// An open path falls apart at the anchor: the split triple's own handles stay with the pieces; the
+// duplicated anchor and the idle handles are copies made by the path (lying on the split triple's own
+// handles, deliberately), or the caller's vertices when given. A closed path is rotated to start at the
+// anchor and opened there, ending in a duplicate of it; only the rotation is recorded.
+TEST(SplitVertex, OpenPathFallsApartClosedPathOpensAtTheAnchor) {
+    for (int k :
+         {0, 2, 3, -1, 10, 12, 13, 9}) { // closed from 9 on; 9 and -1: anchor 1 with caller's vertices
         SCOPED_TRACE(k);
-        int const cut = k < 0 ? 1 : k;
-        SimplePath path = wiggly(4), first, second;
+        bool const closed = k >= 9, mineWanted = k == -1 || k == 9;
+        int const cut = mineWanted ? 1 : k % 10;
+        SimplePath path = wiggly(4, closed), first, second;
         PHashablePointer<SimplePath> firstPath(&first), secondPath(&second);
-        SimplePathVertexTriple const split = path.getTripleList()[cut];
-        auto const mine = callersVertices(k < 0);
+        std::vector<SimplePathVertexTriple> const order(path.getTripleList().begin(),
+                                                        path.getTripleList().end());
+        SimplePathVertexTriple const split = order[static_cast<std::size_t>(cut)];
+        auto const mine = callersVertices(mineWanted);
         auto const held = holdPositions({&path});
         auto const before = verticesOf({&path});
         SimplePathChangeInstruction change;
-        ASSERT_EQ(SimplePath::Success, k < 0 ? path.splitVertex(split.anchor, change, firstPath, secondPath,
-                                                                mine[0], mine[1], mine[2], mine[3])
-                                             : path.splitVertex(split.anchor, change, firstPath, secondPath));
+        ASSERT_EQ(SimplePath::Success, path.splitVertex(split.anchor, change, firstPath, secondPath, mine[0],
+                                                        mine[1], mine[2], mine[3]));
+        EXPECT_EQ(1u, change.numPositionTransforms());
+        if (!mineWanted) {
+            expectFollow(held, change);
+        }
+        if (closed) {
+            EXPECT_EQ(0, path.isClosedSimplePath());
+            ASSERT_EQ(5, path.numTriples());
+            for (int i = 0; i < 4; ++i) {
+                EXPECT_EQ(order[static_cast<std::size_t>((i + cut) % 4)], path.getTripleList()[i]);
+            }
+            if (mineWanted) { // built from anchorA and both handles; anchorB stays the caller's
+                EXPECT_EQ(SimplePathVertexTriple(mine[1], mine[0], mine[3], Mode::Cusp),
+                          path.getTripleList()[4]);
+                delete mine[2];
+            } else {
+                EXPECT_EQ(locationsOf(path)[0], locationsOf(path)[4]);
+                EXPECT_EQ(15u, verticesOf({&path}).size()); // the duplicate is made of new vertices
+            }
+            EXPECT_EQ(0, first.numTriples() + second.numTriples());
+            EXPECT_TRUE(added(change).empty() && removed(change).empty());
+            EXPECT_EQ(Paths{&path}, translated(change, &path));
+            continue;
+        }
         ASSERT_EQ(cut + 1, first.numTriples());
         ASSERT_EQ(4 - cut, second.numTriples());
         SimplePathVertexTriple const end = first.getTripleList()[cut], start = second.getTripleList()[0];
         EXPECT_EQ(SimplePathVertexTriple(split.first, end.anchor, end.last, split.mode), end);
         EXPECT_EQ(SimplePathVertexTriple(start.first, start.anchor, split.last, split.mode), start);
-        if (k < 0) {
+        if (mineWanted) {
             EXPECT_EQ((std::vector<SimplePathVertex*>{end.anchor, end.last, start.anchor, start.first}),
                       mine);
-        } else { // the idle handles lie on the split triple's own handles, deliberately
+        } else {
             EXPECT_EQ(split.first->getLocation(), end.last->getLocation());
             EXPECT_EQ(split.last->getLocation(), start.first->getLocation());
-            expectFollow(held, change);
         }
-        EXPECT_EQ((std::set<SimplePathVertex*>{split.anchor}), removed(change));
+        EXPECT_EQ((Vertices{split.anchor}), removed(change));
         expectExactOwnership(before, {&path, &first, &second}, change);
-        Paths paths;
-        change.simplePathsRemoved(paths);
-        EXPECT_EQ(Paths{&path}, paths);
+        EXPECT_EQ(Paths{&path}, removedPaths(change));
         EXPECT_EQ((Paths{&first, &second}), translated(change, &path));
-        EXPECT_EQ(1u, change.numPositionTransforms());
         freeRemoved(change);
-    }
-}
-
-// The path is rotated to start at the anchor and opened there, ending in a duplicate of it; only the
-// rotation is recorded, not even the duplicate's vertices.
-TEST(SplitVertex, ClosedPathOpensAtTheAnchor) {
-    for (int k : {0, 2, 3, -1}) { // -1: anchor 1 with the caller's vertices
-        SCOPED_TRACE(k);
-        int const cut = k < 0 ? 1 : k;
-        SimplePath path = wiggly(4, 1), unused;
-        PHashablePointer<SimplePath> piece(&unused);
-        std::vector<SimplePathVertexTriple> const order(path.getTripleList().begin(),
-                                                        path.getTripleList().end());
-        auto const mine = callersVertices(k < 0);
-        auto const held = holdPositions({&path});
-        SimplePathChangeInstruction change;
-        SimplePathVertex* const anchor = order[static_cast<std::size_t>(cut)].anchor;
-        ASSERT_EQ(SimplePath::Success,
-                  k < 0 ? path.splitVertex(anchor, change, piece, piece, mine[0], mine[1], mine[2], mine[3])
-                        : path.splitVertex(anchor, change, piece, piece));
-        EXPECT_EQ(0, path.isClosedSimplePath());
-        ASSERT_EQ(5, path.numTriples());
-        for (int i = 0; i < 4; ++i) {
-            EXPECT_EQ(order[static_cast<std::size_t>((i + cut) % 4)], path.getTripleList()[i]);
-        }
-        if (k < 0) { // built from anchorA and both handles; anchorB stays the caller's
-            EXPECT_EQ(SimplePathVertexTriple(mine[1], mine[0], mine[3], Mode::Cusp), path.getTripleList()[4]);
-            delete mine[2];
-        } else {
-            EXPECT_EQ(locationsOf(path)[0], locationsOf(path)[4]);
-            EXPECT_EQ(15u, verticesOf({&path}).size()); // the duplicate is made of new vertices
-            expectFollow(held, change);
-        }
-        EXPECT_EQ(0, unused.numTriples());
-        EXPECT_TRUE(added(change).empty() && removed(change).empty());
-        EXPECT_EQ(Paths{&path}, translated(change, &path));
-        EXPECT_EQ(1u, change.numPositionTransforms());
     }
 }
 
@@ -110,16 +90,15 @@ TEST(SplitVertex, ClosedPathOpensAtTheAnchor) {
 // its incoming side when path1 was reversed.
 TEST(Join, EndsConnectStraightOrMergeWhenTheyMeetExactly) {
     for (int ends = 0; ends < 12; ++ends) {
+        SCOPED_TRACE(ends);
         bool const oneAtEnd = ends & 1, twoAtStart = ends & 2, touching = ends / 4 == 1,
                    nearly = ends / 4 == 2;
-        SCOPED_TRACE(ends);
         SimplePath a = wiggly(3), b = wiggly(3), joined;
-        SimplePathVertexTriple const keep = a.getTripleList()[oneAtEnd ? 2 : 0];
-        SimplePathVertexTriple const gone = b.getTripleList()[twoAtStart ? 0 : 2];
+        SimplePathVertexTriple const keep = a.getTripleList()[oneAtEnd ? 2 : 0],
+                                     gone = b.getTripleList()[twoAtStart ? 0 : 2];
         DPoint const meet = keep.anchor->getLocation();
-        EXPECT_EQ(SimplePath::Success, b.translate(touching || nearly ? meet - gone.anchor->getLocation() +
-                                                                            DVector(nearly ? 1e-12 : 0.0, 0)
-                                                                      : DVector(5, 40)));
+        DVector const apart(touching ? 0.0 : nearly ? 1e-12 : 5.0, touching || nearly ? 0.0 : 40.0);
+        EXPECT_EQ(SimplePath::Success, b.translate(meet - gone.anchor->getLocation() + apart));
         DPoint const far = (twoAtStart ? gone.last : gone.first)->getLocation();
         PHashablePointer<SimplePath> p1(&a), p2(&b), result(&joined);
         auto const held = holdPositions({&a, &b});
@@ -134,10 +113,10 @@ TEST(Join, EndsConnectStraightOrMergeWhenTheyMeetExactly) {
             Loc const merged = oneAtEnd ? Loc{keep.first->getLocation(), meet, far, keep.mode}
                                         : Loc{far, meet, meet, keep.mode};
             EXPECT_EQ(merged, locations[2]);
-            EXPECT_EQ((std::set<SimplePathVertex*>{gone.first, gone.anchor, gone.last}), removed(change));
-        } else {
-            EXPECT_EQ(locations[2].anchor, locations[2].last); // the connecting segment is straight
-            EXPECT_EQ(locations[3].anchor, locations[3].first);
+            EXPECT_EQ((Vertices{gone.first, gone.anchor, gone.last}), removed(change));
+        } else { // the connecting segment is straight
+            EXPECT_TRUE(locations[2].anchor == locations[2].last &&
+                        locations[3].anchor == locations[3].first);
             EXPECT_TRUE(removed(change).empty());
         }
         EXPECT_TRUE(added(change).empty());
@@ -151,13 +130,10 @@ TEST(Join, EndsConnectStraightOrMergeWhenTheyMeetExactly) {
         expectFollow(held, change, [&](Pair const& pair) {
             int const i = pair.second.getIndex();
             bool const inside = pair.second.getParameter() != 0.0;
-            if (!touching) {
-                return true;
-            }
-            if (pair.first == &b) {
-                return inside ? i != (twoAtStart ? 0 : 1) : i != (twoAtStart ? 0 : 2);
-            }
-            return oneAtEnd || !(i == 0 && inside);
+            return !touching || (pair.first == &b ? i != (twoAtStart ? 0
+                                                          : inside   ? 1
+                                                                     : 2)
+                                                  : oneAtEnd || i != 0 || !inside);
         });
         freeRemoved(change);
     }
@@ -172,14 +148,14 @@ TEST(SplitJoin, VerticesGivenByReferenceIntoTheTripleListsAreReadFirst) {
     SimplePathChangeInstruction split;
     ASSERT_EQ(SimplePath::Success,
               path.splitVertex(path.getTripleList()[1].anchor, split, firstPath, secondPath));
-    EXPECT_EQ((std::set<SimplePathVertex*>{cut}), removed(split));
+    EXPECT_EQ((Vertices{cut}), removed(split));
     freeRemoved(split);
 
     SimplePath joined;
-    EXPECT_EQ(SimplePath::Success, second.translate(DVector(5, 40)));
-    SimplePathVertex* const end1 = first.getTripleList()[1].anchor;
-    SimplePathVertex* const start2 = second.getTripleList()[0].anchor;
     PHashablePointer<SimplePath> result(&joined);
+    EXPECT_EQ(SimplePath::Success, second.translate(DVector(5, 40)));
+    SimplePathVertex *const end1 = first.getTripleList()[1].anchor, *const start2 =
+                                                                        second.getTripleList()[0].anchor;
     SimplePathChangeInstruction join;
     ASSERT_EQ(SimplePath::Success, SimplePath::join(firstPath, first.getTripleList()[1].anchor, secondPath,
                                                     second.getTripleList()[0].anchor, join, result));

@@ -1,5 +1,3 @@
-// Taking a caller's triple into a path as it stands, and deleting a whole path's triples.
-
 #include <gtest/gtest.h>
 
 #include "EditingHelpers.h"
@@ -16,12 +14,10 @@ TEST(AdoptTriple, TakesTheVerticesAsTheyStandAndRefusesWhatWouldHaveTwoOwners) {
                                       new SimplePathDPointVertex(DPoint(5, 6)), Mode::Symmetric);
     SimplePathVertexTriple const held = path.getTripleList()[1];
     EXPECT_EQ(SimplePath::Failure, path.adoptTriple(made, 4));
-    EXPECT_EQ(SimplePath::Failure,
-              path.adoptTriple(SimplePathVertexTriple(made.first, held.anchor, made.last, Mode::Cusp), 0));
-    EXPECT_EQ(SimplePath::Failure,
-              path.adoptTriple(SimplePathVertexTriple(made.first, nullptr, made.last, Mode::Cusp), 0));
-    EXPECT_EQ(SimplePath::Failure,
-              path.adoptTriple(SimplePathVertexTriple(made.first, made.first, made.last, Mode::Cusp), 0));
+    for (SimplePathVertex* anchor : {held.anchor, static_cast<SimplePathVertex*>(nullptr), made.first}) {
+        EXPECT_EQ(SimplePath::Failure,
+                  path.adoptTriple(SimplePathVertexTriple(made.first, anchor, made.last, Mode::Cusp), 0));
+    }
     ASSERT_EQ(3, path.numTriples());
 
     ASSERT_EQ(SimplePath::Success, path.adoptTriple(made, -5)); // the front
@@ -39,11 +35,8 @@ TEST(DeleteSimplePath, ReportsEveryVertexAndThePathAndLeavesTheObjectEmpty) {
     EXPECT_EQ(0, path.numTriples());
     EXPECT_EQ(1, path.isClosedSimplePath());
     EXPECT_EQ(vertices, removed(change));
-    std::list<PHashablePointer<SimplePath>> paths;
-    change.simplePathsRemoved(paths);
-    EXPECT_EQ(std::list<PHashablePointer<SimplePath>>{&path}, paths);
+    EXPECT_EQ(Paths{&path}, removedPaths(change));
     freeRemoved(change);
-
     SimplePathChangeInstruction untouched;
     EXPECT_EQ(SimplePath::Failure, SimplePath::deleteSimplePath(nullptr, untouched));
     EXPECT_TRUE(removed(untouched).empty());

@@ -14,70 +14,41 @@ struct Counted {
     static std::atomic<int> alive;
     Counted() { ++alive; }
     virtual ~Counted() { --alive; }
-    int value = 7;
 };
 std::atomic<int> Counted::alive{0};
 
-TEST(PHandle, LastHandleDeletesTheObject) {
+TEST(PHandle, SharesTheObjectUntilTheLastHandleAndDetachesOnlyFromTheSoleOwner) {
     {
-        PHandle<Counted> a(new Counted);
-        PHandle<Counted> b(a);
-        PHandle<Counted> c;
-        c = b;
-        EXPECT_EQ(a->value, 7);
-        EXPECT_EQ(a, c);
-        EXPECT_EQ(a.refCount->value(), 3);
-        PHandle<Counted> const& alias = c;
-        c = alias; // self-assignment changes nothing
-        EXPECT_EQ(a.refCount->value(), 3);
-        EXPECT_EQ(Counted::alive, 1);
-    }
-    EXPECT_EQ(Counted::alive, 0);
-}
-
-TEST(PHandle, ComparesObjectsForEqualityButBlocksForOrder) {
-    Counted* object = new Counted;
-    PHandle<Counted> a(object);
-    PHandle<Counted> b(a);
-    PHandle<Counted> null1;
-    PHandle<Counted> null2;
-    EXPECT_TRUE(null1 == null2);
-    EXPECT_TRUE(null1.isNull());
-    EXPECT_FALSE(null1.isValid());
-    EXPECT_FALSE(a < b);
-    EXPECT_FALSE(b < a);
-    EXPECT_TRUE((null1 < null2) != (null2 < null1));
-}
-
-TEST(PHandle, DetachOnlyFromTheSoleOwner) {
-    PHandle<Counted> a(new Counted);
-    {
-        PHandle<Counted> copy(a);
+        PHandle<Counted> a(new Counted), c;
+        c = PHandle<Counted>(a);
+        c = static_cast<PHandle<Counted> const&>(c); // self-assignment changes nothing
+        EXPECT_EQ(a.refCount->value(), 2);
+        EXPECT_FALSE(a < c || c < a);
         EXPECT_EQ(a.detach(), nullptr);
-        EXPECT_TRUE(a.isValid());
+        c = PHandle<Counted>();
+        Counted* const object = a.detach();
+        EXPECT_TRUE(a.isNull());
+        EXPECT_EQ(Counted::alive, 1);
+        delete object;
+        PHandle<Counted> last(new Counted);
     }
-    Counted* const object = a.detach();
-    ASSERT_NE(object, nullptr);
-    EXPECT_TRUE(a.isNull());
-    EXPECT_EQ(Counted::alive, 1);
-    delete object;
     EXPECT_EQ(Counted::alive, 0);
+    // Null handles are equal, yet ordered by their blocks, deliberately.
+    PHandle<Counted> null1, null2;
+    EXPECT_TRUE(null1 == null2 && (null1 < null2) != (null2 < null1));
 }
 
 // Copies and destroys handles to one object from several threads; the sanitizer build checks that the
-// object is deleted exactly once and nothing leaks.
+// object is deleted exactly once.
 TEST(PHandle, ConcurrentCopiesNeverLeakOrDoubleDelete) {
     for (int round = 0; round < 20; ++round) {
         std::vector<std::thread> threads;
         {
             PHandle<Counted> shared(new Counted);
             for (int t = 0; t < 4; ++t) {
-                threads.emplace_back([copy = shared]() mutable {
-                    for (int i = 0; i < 500; ++i) {
-                        PHandle<Counted> local(copy);
-                        PHandle<Counted> other;
-                        other = local;
-                        EXPECT_EQ(other->value, 7);
+                threads.emplace_back([copy = shared] {
+                    for (int i = 0; i < 1000; ++i) {
+                        PHandle<Counted> other(copy);
                     }
                 });
             }
@@ -92,19 +63,11 @@ TEST(PHandle, ConcurrentCopiesNeverLeakOrDoubleDelete) {
 TEST(PHashablePointer, IdentityHashAndNoOwnership) {
     Counted* object = new Counted;
     PHashablePointer<Counted> a(object);
-    PHashablePointer<Counted> b(a);
-    EXPECT_EQ(a, b);
-    EXPECT_EQ(a, object);
-    EXPECT_EQ(a.hash(), b.hash());
-    auto const low = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(object));
-    EXPECT_EQ(a.hash(), static_cast<int>(low * 1741u));
     { PHashablePointer<Counted> gone(object); }
     EXPECT_EQ(Counted::alive, 1) << "a pointer going away leaves the object alone";
-    std::unordered_set<PHashablePointer<Counted>> set{a, b};
+    std::unordered_set<PHashablePointer<Counted>> set{a, PHashablePointer<Counted>(object)};
     EXPECT_EQ(set.size(), 1u);
-    PHashablePointer<Counted> null;
-    EXPECT_TRUE(null == nullptr);
-    EXPECT_TRUE(null < a);
+    EXPECT_TRUE(PHashablePointer<Counted>() < a);
     delete object;
 }
 

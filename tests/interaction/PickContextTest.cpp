@@ -1,158 +1,104 @@
 #include <gtest/gtest.h>
 
 #include "RecordingDrawer.h"
-#include "support/PathHelpers.h"
 
 #include "simplepath/interaction/SimplePathVertexPickContext.h"
 #include "simplepath/interaction/XYOffsetSimplePathTransform.h"
-#include "simplepath/interfaces/BinarySerializer.h"
-#include "simplepath/path/SimplePathSerializer.h"
 
 #include <limits>
 #include <memory>
-#include <sstream>
 
 namespace {
 
-using recording::Drawer;
-using recording::Triple;
-using Mode = SimplePathVertexTriple::VertexTripleMode;
+using namespace recording;
 using Context = SimplePathVertexPickContext;
+using Loc = SimplePathLocationTriple;
 
 constexpr Mode kSmooth = SimplePathVertexTriple::Smooth;
 constexpr Mode kCusp = SimplePathVertexTriple::Cusp;
 constexpr Mode kSymmetric = SimplePathVertexTriple::Symmetric;
 
-// Triple i: anchor (10 i, 0), incoming handle (10 i - 2, 0), outgoing handle (10 i + 3, 0), so that the
-// two handle lengths differ (2 and 3).
-Triple tripleAt(int i) {
-    double const x = 10.0 * i;
-    return {DPoint(x - 2, 0), DPoint(x, 0), DPoint(x + 3, 0)};
+// Triple `picked` has mode `mode`, the others are cusps.
+SimplePath makePath(int n, int closed, Mode mode = kSmooth, int picked = 1) {
+    return pathOf(n, closed, [&](int i) { return i == picked ? mode : kCusp; });
 }
 
-SimplePath makePath(int n, int closed, Mode middleMode = kSmooth) {
-    SimplePath path;
-    for (int i = 0; i < n; ++i) {
-        Triple const t = tripleAt(i);
-        EXPECT_EQ(appendTriple(path, t[0], t[1], t[2], i == 1 ? middleMode : kCusp), SimplePath::Success);
-    }
-    path.setStrictClosed(closed);
-    return path;
-}
-
-SimplePathVertexTriple tripleOf(SimplePath const& path, int i) {
-    SimplePathVertexTriple t;
-    EXPECT_EQ(path.getTriple(i, t), SimplePath::Success);
-    return t;
-}
-
-std::string bytesOf(SimplePath& path) {
-    std::ostringstream out;
-    BinarySerializer stream(out);
-    EXPECT_EQ(SimplePathSerializer::write(&path, stream), SimplePathSerializer::Success);
-    return out.str();
-}
-
-// Exposes the protected curve rep for the unmapped case.
-struct OpenContext : Context {
-    using Context::Context;
-    using Context::createCurveRep;
-};
-
-SimplePathLocationTriple editing(Context& context) {
+Loc editing(Context& context) {
     return context.commit().getLocationTriple();
 }
 
-TEST(VertexPickContext, AnchorDragMovesTheTripleFromItsStartNeverAccumulating) {
-    SimplePath path = makePath(3, 0);
-    Context context(&path, tripleOf(path, 1).anchor, DPoint(10, 0));
-    context.offset(DVector(1, 2));
-    context.offset(DVector(1, 2));
-    EXPECT_EQ(editing(context),
-              SimplePathLocationTriple(DPoint(9, 2), DPoint(11, 2), DPoint(14, 2), kSmooth));
-    context.move(DPoint(13, -1));
-    EXPECT_EQ(editing(context),
-              SimplePathLocationTriple(DPoint(11, -1), DPoint(13, -1), DPoint(16, -1), kSmooth));
+// Role 0 is the incoming handle, 1 the anchor, 2 the outgoing handle.
+SimplePathVertex* vertexOf(SimplePathVertexTriple const& t, int role) {
+    return role == 0 ? t.first : role == 1 ? t.anchor : t.last;
 }
 
-TEST(VertexPickContext, SmoothHandleTurnsTheOtherInLineKeepingItsLength) {
-    SimplePath path = makePath(3, 0, kSmooth);
-    Context context(&path, tripleOf(path, 1).first, DPoint(8, 0));
-    context.offset(DVector(2, -3)); // incoming handle to (10, -3): straight below the anchor
-    SimplePathLocationTriple const t = editing(context);
-    EXPECT_EQ(t.first, DPoint(10, -3));
-    EXPECT_NEAR(t.last.x, 10.0, 1e-12);
-    EXPECT_NEAR(t.last.y, 3.0, 1e-12); // the outgoing handle keeps its length 3, on the far side
-
-    // Within 0.001 of the anchor the dragged handle gives no direction: the other one stays put.
-    context.offset(DVector(2, 0.001));
-    EXPECT_EQ(editing(context).first, DPoint(10, 0.001));
-    EXPECT_EQ(editing(context).last, t.last);
-    context.offset(DVector(2, 0.0011));
-    EXPECT_NEAR(editing(context).last.y, -3.0, 1e-12);
+// Offsets are taken from where the drag started, never accumulated. A smooth handle turns the other in
+// line keeping its length (not while within 0.001 of the anchor), a symmetric one mirrors it, a cusp
+// handle moves alone; after setCuspMode handles move alone, but the anchor keeps its mode.
+TEST(VertexPickContext, DragRules) {
+    struct Row {
+        Mode mode;
+        int role;
+        DVector first;
+        bool breakMode;
+        DVector second;
+        Loc want;
+    } const rows[] = {
+        {kSmooth, 1, {1, 2}, false, {1, 2}, {{9, 2}, {11, 2}, {14, 2}, kSmooth}},
+        {kSmooth, 0, {2, -3}, false, {2, -3}, {{10, -3}, {10, 0}, {10, 3}, kSmooth}},
+        {kSmooth, 0, {2, 0.001}, false, {2, 0.001}, {{10, 0.001}, {10, 0}, {13, 0}, kSmooth}},
+        {kSmooth, 0, {2, 0.0011}, false, {2, 0.0011}, {{10, 0.0011}, {10, 0}, {10, -3}, kSmooth}},
+        {kSymmetric, 2, {-1.5, 4.25}, false, {-1.5, 4.25}, {{8.5, -4.25}, {10, 0}, {11.5, 4.25}, kSymmetric}},
+        {kCusp, 0, {0, 5}, false, {0, 5}, {{8, 5}, {10, 0}, {13, 0}, kCusp}},
+        {kSmooth, 2, {-3, 3}, true, {-3, 6}, {{10, -2}, {10, 0}, {10, 6}, kCusp}},
+        {kSmooth, 1, {0, 0}, true, {0, 0}, {{8, 0}, {10, 0}, {13, 0}, kSmooth}},
+    };
+    for (Row const& row : rows) {
+        SCOPED_TRACE(&row - rows);
+        SimplePath path = makePath(3, 0, row.mode);
+        SimplePathVertex* const vertex = vertexOf(tripleOf(path, 1), row.role);
+        Context context(&path, vertex, vertex->getLocation());
+        context.offset(row.first);
+        if (row.breakMode) {
+            context.setCuspMode();
+        }
+        context.offset(row.second);
+        Loc const got = editing(context);
+        EXPECT_NEAR(distance(got.first, row.want.first) + distance(got.last, row.want.last), 0.0, 1e-12);
+        EXPECT_EQ(got.anchor, row.want.anchor);
+        EXPECT_EQ(got.mode, row.want.mode);
+        EXPECT_EQ(context.commit().getVertexTriple(), tripleOf(path, 1)); // with the mode as picked
+    }
 }
 
-TEST(VertexPickContext, SymmetricHandleMirrorsTheOtherExactly) {
-    SimplePath path = makePath(3, 0, kSymmetric);
-    Context context(&path, tripleOf(path, 1).last, DPoint(13, 0));
-    context.offset(DVector(-1.5, 4.25)); // outgoing handle to (11.5, 4.25)
-    SimplePathLocationTriple const t = editing(context);
-    EXPECT_EQ(t.last, DPoint(11.5, 4.25));
-    EXPECT_EQ(t.first, DPoint(8.5, -4.25));
-    EXPECT_EQ(t.mode, kSymmetric);
-}
-
-TEST(VertexPickContext, CuspHandleMovesAloneAndSetCuspModeBreaksOnlyHandles) {
-    SimplePath path = makePath(3, 0, kCusp);
-    Context cusp(&path, tripleOf(path, 1).first, DPoint(8, 0));
-    cusp.offset(DVector(0, 5));
-    EXPECT_EQ(editing(cusp), SimplePathLocationTriple(DPoint(8, 5), DPoint(10, 0), DPoint(13, 0), kCusp));
-
-    SimplePath smoothPath = makePath(3, 0, kSmooth);
-    Context handle(&smoothPath, tripleOf(smoothPath, 1).last, DPoint(13, 0));
-    handle.offset(DVector(-3, 3)); // smooth: the incoming handle turns to (10, -2)
-    handle.setCuspMode();
-    handle.offset(DVector(-3, 6)); // cusp now: the incoming handle stays where the smooth rule left it
-    SimplePathVertexPickAction const action = handle.commit();
-    EXPECT_EQ(action.getLocationTriple().last, DPoint(10, 6));
-    EXPECT_NEAR(action.getLocationTriple().first.x, 10.0, 1e-12);
-    EXPECT_NEAR(action.getLocationTriple().first.y, -2.0, 1e-12);
-    EXPECT_EQ(action.getLocationTriple().mode, kCusp);
-    EXPECT_EQ(action.getVertexTriple(), tripleOf(smoothPath, 1)); // the mode as picked: Smooth
-
-    Context anchor(&smoothPath, tripleOf(smoothPath, 1).anchor, DPoint(10, 0));
-    anchor.setCuspMode();
-    EXPECT_EQ(editing(anchor).mode, kSmooth);
-}
-
+// The kit snaps about the previous anchor when an anchor is picked (the last one for the first anchor,
+// even of an open path; itself on a one-vertex path), about its own anchor when a handle is.
 TEST(VertexPickContext, SnapKitOriginsAndSnappedMoves) {
-    SimplePath path = makePath(3, 0);
+    SimplePath path = makePath(3, 0), single = makePath(1, 0, kCusp, 0);
     Context middle(&path, tripleOf(path, 1).anchor, DPoint(10, 0));
-    EXPECT_EQ(middle.isSnapKitActive(), 0);
     middle.createSnapKit();
-    EXPECT_EQ(middle.isSnapKitActive(), 1);
-    EXPECT_EQ(middle.getSnapKit().getPO(), DPoint(0, 0)); // the previous anchor
-    middle.move(DPoint(20, 0.5));                         // snapped onto the horizontal through (0, 0)
+    middle.move(DPoint(20, 0.5)); // onto the horizontal through (0, 0)
     EXPECT_EQ(editing(middle).anchor, DPoint(20, 0));
-    middle.deleteSnapKit();
-    EXPECT_EQ(middle.isSnapKitActive(), 0);
-    middle.move(DPoint(20, 0.5));
-    EXPECT_EQ(editing(middle).anchor, DPoint(20, 0.5));
-
-    Context first(&path, tripleOf(path, 0).anchor, DPoint(0, 0));
-    first.createSnapKit();
-    EXPECT_EQ(first.getSnapKit().getPO(), DPoint(20, 0)); // open path, yet the last anchor
-
-    Context handle(&path, tripleOf(path, 2).first, DPoint(18, 0));
-    handle.createSnapKit();
-    EXPECT_EQ(handle.getSnapKit().getPO(), DPoint(20, 0)); // its own anchor
-    EXPECT_EQ(handle.getSnapKit().getSnapMode(), SnapKit::AngleSnap);
+    struct Case {
+        SimplePath* path;
+        int index, role;
+        DPoint origin;
+    } const cases[] = {
+        {&path, 1, 1, {0, 0}}, {&path, 0, 1, {20, 0}}, {&path, 2, 0, {20, 0}}, {&single, 0, 1, {0, 0}}};
+    for (Case const& c : cases) {
+        Context context(c.path, vertexOf(tripleOf(*c.path, c.index), c.role), DPoint());
+        context.createSnapKit();
+        EXPECT_EQ(context.getSnapKit().getPO(), c.origin);
+        EXPECT_EQ(context.getSnapKit().getSnapMode(), SnapKit::AngleSnap);
+    }
 }
 
-TEST(VertexPickContext, CreateSimilarOnlyAfterAMoveAndWithoutTransformOrSnap) {
+// A similar context exists only after a real move; it has no transform and no kit and reads the path
+// afresh, while the editing triple of the original is mapped. The picked triple reports the editing mode.
+TEST(VertexPickContext, CreateSimilarOnlyAfterAMove) {
     SimplePath path = makePath(3, 0);
     XYOffsetSimplePathTransform shift(100, 0);
-    Context context(&path, tripleOf(path, 1).anchor, DPoint(10, 0), &shift);
+    Context context(&path, tripleOf(path, 1).last, DPoint(13, 0), &shift);
     context.createSnapKit();
     EXPECT_EQ(context.createSimilar(), nullptr);
     context.offset(DVector(0, 0));
@@ -161,239 +107,156 @@ TEST(VertexPickContext, CreateSimilarOnlyAfterAMoveAndWithoutTransformOrSnap) {
     std::unique_ptr<Context const> similar(context.createSimilar());
     ASSERT_NE(similar, nullptr);
     EXPECT_EQ(similar->isSnapKitActive(), 0);
-    DPoint b, a, c;
+    DPoint b, a, c, d;
     similar->getEditingTriple(b, a, c);
-    EXPECT_EQ(a, DPoint(10, 0)); // read afresh from the path, not mapped
-    context.getEditingTriple(b, a, c);
-    EXPECT_EQ(a, DPoint(111, 0)); // mapped
-}
-
-TEST(VertexPickContext, GetPickedTripleReportsVerticesAndUnmappedEditingLocations) {
-    SimplePath path = makePath(3, 0, kSmooth);
-    XYOffsetSimplePathTransform shift(100, 0);
-    SimplePathVertexTriple const picked = tripleOf(path, 1);
-    Context context(&path, picked.last, DPoint(13, 0), &shift);
-    context.offset(DVector(0, 1));
+    context.getEditingTriple(b, a, d);
+    EXPECT_EQ(c, DPoint(13, 0));
+    EXPECT_EQ(d, DPoint(114, 0));
     context.setCuspMode();
     PHashablePointer<SimplePath> p;
-    SimplePathVertex *b = nullptr, *a = nullptr, *c = nullptr;
-    DPoint bAt, aAt, cAt;
-    EXPECT_EQ(context.getPickedTriple(p, b, a, c, bAt, aAt, cAt), kCusp);
-    EXPECT_EQ(p, &path);
-    EXPECT_EQ(SimplePathVertexTriple(b, a, c, kSmooth), picked);
-    EXPECT_EQ(cAt, DPoint(13, 1));
-    EXPECT_EQ(aAt, DPoint(10, 0));
+    SimplePathVertex *bv = nullptr, *av = nullptr, *cv = nullptr;
+    EXPECT_EQ(context.getPickedTriple(p, bv, av, cv, b, a, c), kCusp);
 }
 
 // The changed segments: the previous neighbour with its incoming handle collapsed, the triple, the next
 // neighbour with its outgoing handle collapsed, each present only where the drag changes that segment.
-struct AffectedCase {
-    int closed;
-    int index;
-    int role; // 0 incoming handle, 1 anchor, 2 outgoing handle
-    Mode mode;
-    bool breakMode;
-    bool previous;
-    bool next;
-};
-
+// The original shape is the same parts from the start locations. A one-vertex path has neighbours only
+// when closed: itself on both sides, where it started.
 TEST(VertexPickContext, OnlyTheSegmentsTheDragChangesAreDrawn) {
-    AffectedCase const cases[] = {
-        {0, 1, 1, kCusp, false, true, true},     {0, 1, 2, kCusp, false, false, true},
-        {0, 1, 0, kCusp, false, true, false},    {0, 1, 2, kSmooth, false, true, true},
-        {0, 1, 2, kSmooth, true, true, true},    {0, 0, 1, kCusp, false, false, true},
-        {0, 2, 1, kCusp, false, true, false},    {1, 0, 1, kCusp, false, true, true},
-        {1, 2, 0, kSymmetric, true, true, true},
+    struct Case {
+        int n, closed, index, role;
+        Mode mode;
+        bool breakMode, previous, next;
+    } const cases[] = {
+        {3, 0, 1, 1, kCusp, false, true, true},     {3, 0, 1, 2, kCusp, false, false, true},
+        {3, 0, 1, 0, kCusp, false, true, false},    {3, 0, 1, 2, kSmooth, false, true, true},
+        {3, 0, 1, 2, kSmooth, true, true, true},    {3, 0, 0, 1, kCusp, false, false, true},
+        {3, 0, 2, 1, kCusp, false, true, false},    {3, 1, 0, 1, kCusp, false, true, true},
+        {3, 1, 2, 0, kSymmetric, true, true, true}, {1, 0, 0, 1, kCusp, false, false, false},
+        {1, 1, 0, 1, kCusp, false, true, true},
     };
-    for (AffectedCase const& c : cases) {
-        SCOPED_TRACE(testing::Message()
-                     << "closed " << c.closed << " index " << c.index << " role " << c.role);
-        SimplePath path;
-        for (int i = 0; i < 3; ++i) {
-            Triple const t = tripleAt(i);
-            EXPECT_EQ(appendTriple(path, t[0], t[1], t[2], i == c.index ? c.mode : kCusp),
-                      SimplePath::Success);
-        }
-        path.setStrictClosed(c.closed);
-        SimplePathVertexTriple const picked = tripleOf(path, c.index);
-        SimplePathVertex* const vertex = c.role == 0   ? picked.first
-                                         : c.role == 1 ? picked.anchor
-                                                       : picked.last;
-        OpenContext context(&path, vertex, vertex->getLocation());
+    for (Case const& c : cases) {
+        SCOPED_TRACE(&c - cases);
+        SimplePath path = makePath(c.n, c.closed, c.mode, c.index);
+        SimplePathVertex* const vertex = vertexOf(tripleOf(path, c.index), c.role);
+        Context context(&path, vertex, vertex->getLocation());
         if (c.breakMode) {
             context.setCuspMode();
         }
         context.offset(DVector(0, 1));
-        Triple const edited = {editing(context).first, editing(context).anchor, editing(context).last};
-        int const prev = (c.index + 2) % 3, next = (c.index + 1) % 3;
-        std::vector<Triple> want;
+        Triple const prev = tripleAt((c.index + c.n - 1) % c.n), next = tripleAt((c.index + 1) % c.n);
+        std::vector<Triple> want{{editing(context).first, editing(context).anchor, editing(context).last}};
         if (c.previous) {
-            want.push_back({tripleAt(prev)[1], tripleAt(prev)[1], tripleAt(prev)[2]});
+            want.insert(want.begin(), {prev[1], prev[1], prev[2]});
         }
-        want.push_back(edited);
         if (c.next) {
-            want.push_back({tripleAt(next)[0], tripleAt(next)[1], tripleAt(next)[1]});
+            want.push_back({next[0], next[1], next[1]});
         }
         Drawer drawer;
         context.xorDraw(drawer, 0);
-        ASSERT_EQ(drawer.callNames(), (std::vector<std::string>{"drawCurve", "drawCurveVertices"}));
+        ASSERT_EQ(drawer.calls.size(), 2u);
         EXPECT_EQ(drawer.calls[0].triples, want);
         EXPECT_EQ(drawer.calls[0].closed, 0);
         EXPECT_EQ(drawer.calls[1].modeValues, std::vector<Mode>{c.mode}); // the mode as picked
         EXPECT_EQ(drawer.calls[1].first, 1);
         EXPECT_EQ(drawer.calls[1].second, 0);
-
-        std::unique_ptr<SimplePathDrawer::CurveRep> rep(context.createCurveRep(drawer, 0));
-        EXPECT_EQ(static_cast<recording::Rep&>(*rep).triples, want);
-        // The original shape: the same parts from the start locations.
         std::unique_ptr<SimplePathDrawer::CurveRep> original(context.createOriginalCurveRep(drawer));
-        std::vector<Triple> start = want;
-        start[c.previous ? 1 : 0] = tripleAt(c.index);
-        EXPECT_EQ(static_cast<recording::Rep&>(*original).triples, start);
+        want[c.previous ? 1 : 0] = tripleAt(c.index);
+        EXPECT_EQ(static_cast<Rep&>(*original).triples, want);
+        context.permDraw(drawer);
     }
 }
 
+// With handles the edited triple is drawn on its own; the rubber band is mapped, the original never is.
 TEST(VertexPickContext, XorDrawWithHandlesMapsThroughTheTransform) {
-    int const live = recording::liveReps();
-    SimplePath path = makePath(3, 0, kSmooth);
+    SimplePath path = makePath(3, 0);
     XYOffsetSimplePathTransform shift(100, 0);
     Context context(&path, tripleOf(path, 1).anchor, DPoint(10, 0), &shift);
     context.offset(DVector(0, 1));
     Drawer drawer;
     context.xorDraw(drawer, 1);
-    EXPECT_EQ(drawer.log, (std::vector<std::string>{
-                              "make",
-                              "rep0 add (100 0) (100 0) (103 0)",
-                              "rep0 add (108 1) (110 1) (113 1)",
-                              "rep0 add (118 0) (120 0) (120 0)",
-                              "rep0 open",
-                              "drawCurve",
-                              "drawEditedTriple (108 1) (110 1) (113 1)",
-                              "rep0 delete",
-                          }));
+    EXPECT_EQ(joined(drawer.log), "make; rep0 add (100 0) (100 0) (103 0); rep0 add (108 1) (110 1) (113 1); "
+                                  "rep0 add (118 0) (120 0) (120 0); rep0 open; drawCurve; "
+                                  "drawEditedTriple (108 1) (110 1) (113 1); rep0 delete");
     EXPECT_TRUE(drawer.calls[0].wrapped);
     EXPECT_EQ(drawer.calls[1].modeValues, std::vector<Mode>{kSmooth});
-    // The original shape is never mapped.
     std::unique_ptr<SimplePathDrawer::CurveRep> original(context.createOriginalCurveRep(drawer));
-    EXPECT_EQ(original->getFinalRep(), nullptr);
-    EXPECT_EQ(static_cast<recording::Rep&>(*original).triples[1], tripleAt(1));
-    original.reset();
-
-    // Asked without the transform, the rubber band is built in path coordinates and not wrapped.
-    OpenContext open(&path, tripleOf(path, 1).anchor, DPoint(10, 0), &shift);
-    std::unique_ptr<SimplePathDrawer::CurveRep> plain(open.createCurveRep(drawer, 0));
-    EXPECT_EQ(plain->getFinalRep(), nullptr);
-    EXPECT_EQ(static_cast<recording::Rep&>(*plain).triples[1], tripleAt(1));
-    std::unique_ptr<SimplePathDrawer::CurveRep> mapped(open.createCurveRep(drawer, 1));
-    ASSERT_NE(mapped->getFinalRep(), nullptr);
-    EXPECT_EQ(static_cast<recording::Rep&>(*mapped->getFinalRep()).triples[1][1], DPoint(110, 0));
-    plain.reset();
-    mapped.reset();
-    EXPECT_EQ(recording::liveReps(), live);
+    EXPECT_EQ(static_cast<Rep&>(*original).triples[1], tripleAt(1));
 }
 
+// The permanent part is drawn from where the drag started, up to the picked triple, and stops there.
 TEST(VertexPickContext, PermDrawDrawsThePathUpToThePickedTripleAndStops) {
+    std::string const first = "make; rep0 add (-2 0) (0 0) (3 0); ";
+    std::string const drawn = "rep0 open; drawCurveVertices; drawCurve; rep0 delete; make; ";
     struct Case {
         int role;
         Mode mode;
-        std::vector<std::string> log;
-    };
-    std::string const t0 = "add (-2 0) (0 0) (3 0)";
-    Case const cases[] = {
+        std::string log;
+    } const cases[] = {
         // An anchor drag changes both segments: the first curve holds triple 0, the second nothing.
-        {1,
-         kSmooth,
-         {"make", "rep0 " + t0, "rep0 open", "drawCurveVertices", "drawCurve", "rep0 delete", "make",
-          "rep1 open", "rep1 delete"}},
-        // A cusp's outgoing handle leaves the previous segment: the picked triple's incoming side joins
-        // the first curve.
-        {2,
-         kCusp,
-         {"make", "rep0 " + t0, "rep0 add (8 0) (10 0) (10 0)", "rep0 open", "drawCurveVertices", "drawCurve",
-          "rep0 delete", "make", "rep1 open", "rep1 delete"}},
-        // A cusp's incoming handle leaves the next segment: the second curve is the outgoing side only;
-        // triples 2 and 3 are not drawn again.
-        {0,
-         kCusp,
-         {"make", "rep0 " + t0, "rep0 open", "drawCurveVertices", "drawCurve", "rep0 delete", "make",
-          "rep1 add (10 0) (10 0) (13 0)", "rep1 open", "drawCurveVertices", "drawCurve", "rep1 delete"}},
+        {1, kSmooth, first + drawn + "rep1 open; rep1 delete"},
+        // A cusp's outgoing handle leaves the previous segment: its incoming side joins the first curve.
+        {2, kCusp, first + "rep0 add (8 0) (10 0) (10 0); " + drawn + "rep1 open; rep1 delete"},
+        // A cusp's incoming handle leaves the next segment: the second curve is its outgoing side only.
+        {0, kCusp,
+         first + drawn +
+             "rep1 add (10 0) (10 0) (13 0); rep1 open; drawCurveVertices; drawCurve; rep1 delete"},
     };
     for (Case const& c : cases) {
         SimplePath path = makePath(4, 1, c.mode);
-        SimplePathVertexTriple const picked = tripleOf(path, 1);
-        SimplePathVertex* const vertex = c.role == 0   ? picked.first
-                                         : c.role == 1 ? picked.anchor
-                                                       : picked.last;
+        SimplePathVertex* const vertex = vertexOf(tripleOf(path, 1), c.role);
         Context context(&path, vertex, vertex->getLocation());
-        context.offset(DVector(5, 5)); // the permanent part does not follow the drag
+        context.offset(DVector(5, 5));
         Drawer drawer;
         context.permDraw(drawer);
-        EXPECT_EQ(drawer.log, c.log) << c.role;
-        for (recording::Call const& call : drawer.calls) {
-            if (call.what == "drawCurveVertices") {
-                EXPECT_EQ(call.modeValues, std::vector<Mode>{c.mode});
-            }
+        EXPECT_EQ(joined(drawer.log), c.log) << c.role;
+        EXPECT_EQ(drawer.calls[0].modeValues, std::vector<Mode>{c.mode});
+    }
+}
+
+// A vertex of another path, none, an empty path or no path: the context does nothing. A drawer that
+// refuses reps gets nothing drawn.
+TEST(VertexPickContext, InertOnBadInputDrawsNothingAndNeverCrashes) {
+    SimplePath path = makePath(3, 0), other = makePath(3, 0), empty;
+    SimplePathVertex* const foreign = tripleOf(other, 1).anchor;
+    XYOffsetSimplePathTransform shift(1, 1);
+    Context contexts[] = {{&path, foreign, DPoint()},
+                          {&path, nullptr, DPoint()},
+                          {&empty, foreign, DPoint()},
+                          {PHashablePointer<SimplePath>(), foreign, DPoint()},
+                          {&path, tripleOf(path, 1).anchor, DPoint(10, 0), &shift}};
+    for (Context& context : contexts) {
+        bool const valid = &context == &contexts[4];
+        Drawer drawer;
+        drawer.refuseReps = valid;
+        context.offset(DVector(1, 1));
+        context.move(DPoint(5, 5));
+        context.createSnapKit();
+        context.setCuspMode();
+        context.xorDraw(drawer, 1);
+        context.xorDraw(drawer, 0);
+        context.permDraw(drawer);
+        EXPECT_EQ(context.createOriginalCurveRep(drawer), nullptr);
+        EXPECT_TRUE(drawer.calls.empty());
+        if (!valid) {
+            EXPECT_EQ(context.isSnapKitActive(), 0);
+            EXPECT_EQ(context.createSimilar(), nullptr);
+            EXPECT_EQ(context.commit().getVertexTriple().anchor, nullptr);
+            EXPECT_EQ(context.commit().getLocationTriple().anchor, DPoint());
         }
     }
 }
 
-TEST(VertexPickContext, InertOnBadInputDrawsNothingAndNeverCrashes) {
-    SimplePath path = makePath(3, 0);
-    SimplePath other = makePath(3, 0);
-    SimplePath empty;
-    std::vector<std::unique_ptr<Context>> contexts;
-    contexts.push_back(std::make_unique<Context>(&path, tripleOf(other, 1).anchor, DPoint()));
-    contexts.push_back(std::make_unique<Context>(&path, nullptr, DPoint()));
-    contexts.push_back(std::make_unique<Context>(&empty, tripleOf(other, 1).anchor, DPoint()));
-    contexts.push_back(
-        std::make_unique<Context>(PHashablePointer<SimplePath>(), tripleOf(other, 1).anchor, DPoint()));
-    for (auto const& context : contexts) {
-        context->offset(DVector(1, 1));
-        context->move(DPoint(5, 5));
-        context->createSnapKit();
-        context->setCuspMode();
-        EXPECT_EQ(context->isSnapKitActive(), 0);
-        Drawer drawer;
-        context->xorDraw(drawer, 1);
-        context->xorDraw(drawer, 0);
-        context->permDraw(drawer);
-        EXPECT_EQ(context->createOriginalCurveRep(drawer), nullptr);
-        EXPECT_TRUE(drawer.log.empty());
-        EXPECT_EQ(context->createSimilar(), nullptr);
-        SimplePathVertexPickAction const action = context->commit();
-        EXPECT_EQ(action.getVertexTriple().anchor, nullptr);
-        EXPECT_EQ(action.getLocationTriple().anchor, DPoint());
-    }
-}
-
-TEST(VertexPickContext, OneVertexPathHasNeighboursOnlyWhenClosed) {
-    for (int closed : {0, 1}) {
-        SimplePath path;
-        EXPECT_EQ(appendTriple(path, DPoint(-1, 0), DPoint(0, 0), DPoint(1, 0), kCusp), SimplePath::Success);
-        path.setStrictClosed(closed);
-        Context context(&path, tripleOf(path, 0).anchor, DPoint());
-        context.createSnapKit(); // its own anchor is the "previous" one
-        EXPECT_EQ(context.getSnapKit().getPO(), DPoint(0, 0));
-        context.deleteSnapKit();
-        context.move(DPoint(0, 2));
-        Drawer drawer;
-        context.xorDraw(drawer, 0);
-        ASSERT_EQ(drawer.calls.size(), 2u);
-        // Closed, the vertex is its own neighbour on both sides, seen where it started.
-        EXPECT_EQ(drawer.calls[0].triples.size(), closed ? 3u : 1u);
-        context.permDraw(drawer);
-    }
-}
-
+// A long drag of each vertex kind with snapping, a transform, points that are not numbers and a mode
+// change: every redraw shows the triple where the drag put it, no rep leaks, the path never changes.
 TEST(VertexPickContext, AWholeDragLeavesThePathAndTheRepCountAlone) {
-    SimplePath path = makePath(5, 1, kSmooth);
-    std::string const before = bytesOf(path);
-    int const live = recording::liveReps();
-    double const nan = std::numeric_limits<double>::quiet_NaN();
-    double const inf = std::numeric_limits<double>::infinity();
+    SimplePath path = makePath(5, 1);
+    std::vector<Loc> const before = locationsOf(path);
+    int const live = liveReps();
+    double const nan = std::numeric_limits<double>::quiet_NaN(),
+                 inf = std::numeric_limits<double>::infinity();
     for (int role = 0; role < 3; ++role) {
-        SimplePathVertexTriple const picked = tripleOf(path, 1);
-        SimplePathVertex* const vertex = role == 0 ? picked.first : role == 1 ? picked.anchor : picked.last;
+        SimplePathVertex* const vertex = vertexOf(tripleOf(path, 1), role);
         XYOffsetSimplePathTransform shift(3, 4);
         Context context(&path, vertex, vertex->getLocation(), &shift);
         context.createSnapKit();
@@ -401,16 +264,11 @@ TEST(VertexPickContext, AWholeDragLeavesThePathAndTheRepCountAlone) {
         context.permDraw(drawer);
         for (int step = 0; step < 20; ++step) {
             context.move(DPoint(10 + step, step * 0.5));
-            std::size_t const callsBefore = drawer.calls.size();
             context.xorDraw(drawer, step % 2);
-            // Every redraw: both changed segments (the picked vertex is smooth), mapped, around the
-            // triple where the drag has put it.
-            ASSERT_EQ(drawer.calls.size(), callsBefore + 2);
-            recording::Call const& curve = drawer.calls[callsBefore];
-            SimplePathLocationTriple const t = context.commit().getLocationTriple();
-            ASSERT_EQ(curve.triples.size(), 3u);
-            EXPECT_EQ(curve.triples[1][1], shift.transform(t.anchor));
-            EXPECT_EQ(curve.triples[1][2], shift.transform(t.last));
+            Triple const& drawn = drawer.calls[drawer.calls.size() - 2].triples.at(1);
+            Loc const t = editing(context);
+            EXPECT_EQ(drawn,
+                      (Triple{shift.transform(t.first), shift.transform(t.anchor), shift.transform(t.last)}));
         }
         for (DPoint const& p : {DPoint(nan, 1), DPoint(inf, -inf), DPoint(0, nan)}) {
             context.move(p);
@@ -419,28 +277,13 @@ TEST(VertexPickContext, AWholeDragLeavesThePathAndTheRepCountAlone) {
         context.setCuspMode();
         context.offset(DVector(1, 1));
         context.xorDraw(drawer, 0);
-        SimplePathVertexPickAction const action = context.commit();
-        EXPECT_EQ(action.getLocationTriple().anchor, role == 1 ? DPoint(11, 1) : DPoint(10, 0));
+        EXPECT_EQ(editing(context).anchor, role == 1 ? DPoint(11, 1) : DPoint(10, 0));
         std::unique_ptr<Context const> similar(context.createSimilar());
         EXPECT_NE(similar, nullptr);
-        EXPECT_EQ(recording::liveReps(), live);
-        Context copy(context);
-        copy.xorDraw(drawer, 1);
-        EXPECT_EQ(recording::liveReps(), live);
+        Context(context).xorDraw(drawer, 1);
+        EXPECT_EQ(liveReps(), live);
     }
-    EXPECT_EQ(bytesOf(path), before);
-}
-
-TEST(VertexPickContext, ARefusingDrawerGetsNothingDrawn) {
-    SimplePath path = makePath(3, 0);
-    XYOffsetSimplePathTransform shift(1, 1);
-    Context context(&path, tripleOf(path, 1).anchor, DPoint(10, 0), &shift);
-    Drawer drawer;
-    drawer.refuseReps = true;
-    context.xorDraw(drawer, 1);
-    context.permDraw(drawer);
-    EXPECT_EQ(context.createOriginalCurveRep(drawer), nullptr);
-    EXPECT_TRUE(drawer.calls.empty());
+    EXPECT_EQ(locationsOf(path), before);
 }
 
 } // namespace

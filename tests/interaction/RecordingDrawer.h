@@ -1,15 +1,17 @@
 #pragma once
 
 #include "simplepath/interaction/SimplePathDrawer.h"
+#include "simplepath/path/SimplePath.h"
+#include "support/PathHelpers.h"
 
 #include <array>
 #include <cstdio>
 #include <string>
 #include <vector>
 
-// A drawer and curve rep that record every call with its arguments, for tests that check what the library
-// draws and in which order. Every rep counts itself while alive, so a leaked rep or one deleted twice
-// shows in liveReps() (and a double delete is reported by the sanitizer build).
+// Paths of known triples, and a drawer and curve rep that record every call, for tests of what is drawn and
+// in which order. Reps count themselves while alive, so a leaked rep shows in liveReps() (a double delete in
+// the sanitizer build).
 namespace recording {
 
 using Mode = SimplePathVertexTriple::VertexTripleMode;
@@ -19,6 +21,15 @@ inline std::string text(DPoint const& p) {
     char buffer[64];
     std::snprintf(buffer, sizeof buffer, "(%.17g %.17g)", p.x, p.y);
     return buffer;
+}
+
+// The log entries separated by "; ", for comparing a whole log with one string.
+inline std::string joined(std::vector<std::string> const& log) {
+    std::string out;
+    for (std::string const& line : log) {
+        out += (out.empty() ? "" : "; ") + line;
+    }
+    return out;
 }
 
 inline int& liveReps() {
@@ -38,27 +49,16 @@ class Rep : public SimplePathDrawer::CurveRep {
         triples.push_back({before, anchor, after});
         say("add " + text(before) + " " + text(anchor) + " " + text(after));
     }
-    void popBackTriple() override {
-        if (!triples.empty()) {
-            triples.pop_back();
-        }
-        say("pop");
-    }
-    void setOpen() override {
-        closed = 0;
-        say("open");
-    }
-    void setClosed() override {
-        closed = 1;
-        say("closed");
-    }
+    void popBackTriple() override { say("pop"); }
+    void setOpen() override { say("open", 0); }
+    void setClosed() override { say("closed", 1); }
 
     std::vector<Triple> triples;
-    int closed = -1; // -1 until setOpen or setClosed is called
-    int id() const { return id_; }
+    int closed = -1; // until setOpen or setClosed is called
 
   private:
-    void say(std::string const& what) {
+    void say(std::string const& what, int flag = -2) {
+        closed = flag == -2 ? closed : flag;
         if (log_ != nullptr) {
             log_->push_back("rep" + std::to_string(id_) + " " + what);
         }
@@ -67,87 +67,79 @@ class Rep : public SimplePathDrawer::CurveRep {
     int id_;
 };
 
-// One drawing call with a snapshot of the rep it was given.
+// One drawing call with a snapshot of the (innermost) rep it was given.
 struct Call {
     std::string what;
-    int rep = -1;
     std::vector<Triple> triples;
     int closed = -1;
-    Mode const* modes = nullptr;
-    std::vector<Mode> modeValues; // modes[0 .. modeCount-1], as many as the drawer was told to read
-    int first = 0;
-    int second = 0;
-    Triple points{};
+    std::vector<Mode> modeValues; // as many modes as the drawer was told to read
+    int first = 0, second = 0;
     bool wrapped = false; // the rep was a wrapper around a recording rep
 };
 
 class Drawer : public SimplePathDrawer {
   public:
-    // How many modes drawCurveVertices may read: per triple of the rep (arrays), or only the first.
-    bool modesPerTriple = false;
+    bool modesPerTriple = false; // drawCurveVertices reads a mode per triple of the rep, else only one
     bool refuseReps = false;
     std::vector<std::string> log;
     std::vector<Call> calls;
 
     CurveRep* makeCurveRep() override {
         log.push_back("make");
-        if (refuseReps) {
-            return nullptr;
-        }
-        return new Rep(&log, nextId_++);
+        return refuseReps ? nullptr : new Rep(&log, nextId_++);
     }
     void drawCurve(CurveRep* rep) override { record("drawCurve", rep); }
     void drawPermanentCurve(CurveRep* rep) override { record("drawPermanentCurve", rep); }
     void drawCurveVertices(CurveRep* rep, Mode* modes, int first, int second) override {
         Call& call = record("drawCurveVertices", rep);
-        call.modes = modes;
         call.first = first;
         call.second = second;
-        std::size_t const count = modesPerTriple ? call.triples.size() : 1;
-        for (std::size_t i = 0; modes != nullptr && i < count; ++i) {
+        for (std::size_t i = 0; modes != nullptr && i < (modesPerTriple ? call.triples.size() : 1); ++i) {
             call.modeValues.push_back(modes[i]);
         }
     }
     void drawEditedTriple(DPoint const& before, DPoint const& anchor, DPoint const& after,
                           Mode* mode) override {
         log.push_back("drawEditedTriple " + text(before) + " " + text(anchor) + " " + text(after));
-        Call call;
-        call.what = "drawEditedTriple";
-        call.points = {before, anchor, after};
-        call.modes = mode;
+        calls.push_back({"drawEditedTriple", {}, -1, {}, 0, 0, false});
         if (mode != nullptr) {
-            call.modeValues.push_back(*mode);
+            calls.back().modeValues.push_back(*mode);
         }
-        calls.push_back(call);
-    }
-    void drawHighlightedVertex(DPoint const& p) override { log.push_back("highlight " + text(p)); }
-
-    // The names of the drawing calls, in order.
-    std::vector<std::string> callNames() const {
-        std::vector<std::string> names;
-        for (Call const& c : calls) {
-            names.push_back(c.what);
-        }
-        return names;
     }
 
   private:
     Call& record(char const* what, CurveRep* rep) {
         log.push_back(what);
-        Call call;
-        call.what = what;
-        // A wrapped rep is recorded by what it wrapped: that is where the points arrived.
         CurveRep* target = rep != nullptr && rep->getFinalRep() != nullptr ? rep->getFinalRep() : rep;
-        call.wrapped = target != rep;
+        calls.push_back({what, {}, -1, {}, 0, 0, target != rep});
         if (auto* r = dynamic_cast<Rep*>(target)) {
-            call.rep = r->id();
-            call.triples = r->triples;
-            call.closed = r->closed;
+            calls.back().triples = r->triples;
+            calls.back().closed = r->closed;
         }
-        calls.push_back(call);
         return calls.back();
     }
     int nextId_ = 0;
 };
+
+// Triple i of path `p`: anchor (10 i, 100 p), handles 2 before and 3 after, so the lengths differ.
+inline Triple tripleAt(int i, int p = 0) {
+    return {DPoint(10.0 * i - 2, 100.0 * p), DPoint(10.0 * i, 100.0 * p), DPoint(10.0 * i + 3, 100.0 * p)};
+}
+
+template <class ModeOf> SimplePath pathOf(int n, int closed, ModeOf const& modeOf, int p = 0) {
+    SimplePath path;
+    for (int i = 0; i < n; ++i) {
+        Triple const t = tripleAt(i, p);
+        EXPECT_EQ(appendTriple(path, t[0], t[1], t[2], modeOf(i)), SimplePath::Success);
+    }
+    path.setStrictClosed(closed);
+    return path;
+}
+
+inline SimplePathVertexTriple tripleOf(SimplePath const& path, int i) {
+    SimplePathVertexTriple t;
+    EXPECT_EQ(path.getTriple(i, t), SimplePath::Success);
+    return t;
+}
 
 } // namespace recording

@@ -44,19 +44,15 @@ TEST(BinaryStream, RoundTripIsBitExactAndLittleEndian) {
 
     BinaryDeserializer in(bytes);
     std::int32_t i = 0;
-    EXPECT_EQ(in.readInt(i), 0);
-    EXPECT_EQ(i, -2);
+    EXPECT_TRUE(in.readInt(i) == 0 && i == -2);
     for (double v : values) {
         double read = 0.0;
-        EXPECT_EQ(in.readCoordinate(read), 0);
-        EXPECT_EQ(std::memcmp(&read, &v, sizeof v), 0);
+        EXPECT_TRUE(in.readCoordinate(read) == 0 && std::memcmp(&read, &v, sizeof v) == 0) << v;
     }
     std::uint8_t b = 0;
-    EXPECT_EQ(in.readByte(b), 0);
-    EXPECT_EQ(b, 0xAB);
+    EXPECT_TRUE(in.readByte(b) == 0 && b == 0xAB);
     PString s;
-    EXPECT_EQ(in.readString(s), 0);
-    EXPECT_EQ(s, PString("h\xC3\xA9llo"));
+    EXPECT_TRUE(in.readString(s) == 0 && s == PString("h\xC3\xA9llo"));
     EXPECT_EQ(in.readByte(b), 1) << "reading past the end fails";
     EXPECT_EQ(in.readInt(i), 1);
 }

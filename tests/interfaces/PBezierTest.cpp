@@ -1,23 +1,18 @@
 #include "simplepath/interfaces/PBezier.h"
-#include "simplepath/interfaces/PBezierCurve.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
 TEST(PBezierBasics, IndicesClampAndEndsAreExact) {
-    PBezier b{{0.1, 1e-9}, {1e9, -3.3}, {-7.7, 0.3}, {2.2, 5.9}};
+    PBezier const b{{0.1, 1e-9}, {1e9, -3.3}, {-7.7, 0.3}, {2.2, 5.9}};
     EXPECT_EQ(b[-7], b[0]);
     EXPECT_EQ(b[9], b[3]);
     EXPECT_EQ(b.bValue(0.0), b[0]);
     EXPECT_EQ(b.bValue(1.0), b[3]);
-    EXPECT_EQ(b.derivative(0.0), 3.0 * (b[1] - b[0]));
-    EXPECT_EQ(b.derivative(1.0), 3.0 * (b[3] - b[2]));
     PBezier const s{{0, 0}, {1, 2}, {3, 2}, {4, 0}};
     DVector const fd = (s.bValue(0.7 + 1e-6) - s.bValue(0.7 - 1e-6)) / 2e-6;
     EXPECT_LT((s.derivative(0.7) - fd).length(), 1e-6);
-    b[2] = {3, 2.5};
-    EXPECT_NE(b, PBezier({0.1, 1e-9}, {1e9, -3.3}, {-7.7, 0.3}, {2.2, 5.9}));
 }
 
 TEST(PBezierBasics, SplitHalvesShareTheJoinAndTraceTheCurve) {
@@ -35,20 +30,6 @@ TEST(PBezierBasics, SplitHalvesShareTheJoinAndTraceTheCurve) {
     PBezier same = b;
     same.split(0.5, same, same); // aliasing is allowed
     EXPECT_EQ(same[3], b[3]);
-}
-
-TEST(PBezierCurveBasics, EqualityCoversSegmentsAndTheClosedFlag) {
-    PBezierCurve a;
-    a.getSegments().add(PBezier{{0, 0}, {1, 2}, {3, 2}, {4, 0}});
-    a.getSegments().add(PBezier());
-    EXPECT_EQ(a.length(), 2);
-    PBezierCurve b = a;
-    EXPECT_EQ(a, b);
-    b.setStrictIsClosed(1);
-    EXPECT_NE(a, b);
-    b.setStrictIsClosed(0);
-    b.getSegments()[1][2] = {1, 1};
-    EXPECT_NE(a, b);
 }
 
 } // namespace

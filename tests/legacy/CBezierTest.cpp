@@ -105,7 +105,7 @@ TEST(LegacyBezier, TFromLengthInvertsTheLength) {
     }
 }
 
-TEST(LegacyBezier, FlatteningWritesEachPiecesLastThreePointsLeftHalfFirst) {
+TEST(LegacyBezier, FlatteningWritesEachPiecesLastThreePointsAndTracksTheCurve) {
     // Only the first leg is longer than the tolerance of 1, and one halving brings every leg within it:
     // the left half's P1, P2, P3, then the right half's (all dyadic, so exact). A non-empty output
     // already holds the joint, so P0 is written only into an empty one.
@@ -116,15 +116,11 @@ TEST(LegacyBezier, FlatteningWritesEachPiecesLastThreePointsLeftHalfFirst) {
     CArray<DPoint, DPoint> joint;
     joint.Add(expected[0] = DPoint(9, 9));
     EXPECT_EQ(flatten(once, joint), expected);
-}
-
-TEST(LegacyBezier, FlatteningTracksTheCurveWithinTheTolerance) {
     for (CBezier curve : samples) {
         curve.SetResolution(0.5);
         std::vector<DPoint> const out = flatten(curve);
         EXPECT_EQ(out.back(), curve.GetP3());
-        // Every leaf's control legs are within 0.5 and its ends lie on the curve, so every vertex is
-        // within 0.5 of the curve. Twenty vertices spread along are checked.
+        // Every leaf's legs are within 0.5 and its ends on the curve: so is every vertex within 0.5.
         ASSERT_GT(out.size(), 20u);
         for (std::size_t i = 1; i < out.size(); i += out.size() / 20) {
             EXPECT_LE(referenceDistance(curve, out[i]), 0.5 + 1e-9);
@@ -132,7 +128,7 @@ TEST(LegacyBezier, FlatteningTracksTheCurveWithinTheTolerance) {
     }
 }
 
-TEST(LegacyBezier, LongChordsRaiseTheFlatteningTolerance) {
+TEST(LegacyBezier, LongChordsRaiseTheToleranceAndStraightSegmentsSkipSubdivisionOnlyWhenAsked) {
     // Halving a uniform line halves all three legs: with tolerance tol it flattens to 3 * 2^k + 1
     // points, k the fewest halvings that bring length / 3 within tol (no case here is a power of two).
     double const cases[][3] = {{2000, 1, 1},     {2000.5, 1, 3},    {3000, 7, 7},   {5000, 0.5, 3},
@@ -142,9 +138,6 @@ TEST(LegacyBezier, LongChordsRaiseTheFlatteningTolerance) {
         double const halvings = std::ceil(std::log2(c[0] / 3 / c[2]));
         EXPECT_EQ(flatten(evenLine(c[0], c[1])).size(), 3 * std::exp2(halvings) + 1) << c[0];
     }
-}
-
-TEST(LegacyBezier, StraightSegmentsSkipSubdivisionOnlyWhenAskedAndHostileInputStaysBounded) {
     // Handles within 1e-8 of their anchors count as absent; one real handle does not.
     CBezier straight(DPoint(0, 0), DPoint(5e-9, 0), DPoint(10, 5e-9), DPoint(10, 0));
     CBezier curved(DPoint(0, 0), DPoint(0, 0), DPoint(10, 3), DPoint(10, 0));
@@ -226,9 +219,7 @@ TEST(LegacyBezier, DraggingNudgesTheFarHandleAndSolvesTheNearOne) {
         expectNear(dragged.GetCurvePoint(t), target, 1e-9);
         EXPECT_EQ(dragged.GetP3(), b);
     }
-}
-
-TEST(LegacyBezier, DraggingAtAnEndMovesTheAnchorWithItsHandleAndBadInputIsIgnored) {
+    // At an end the anchor moves with its handle; bad input is ignored.
     CBezier start = arch, end = arch, untouched = arch;
     start.DragToPoint(5e-9, DPoint(-10, 5));
     end.DragToPoint(1.7, DPoint(110, 10)); // clamped to 1
@@ -272,7 +263,7 @@ TEST(LegacyBezierPoint, SmoothNeedsRealHandlesInLineThroughTheAnchor) {
     }
 }
 
-TEST(LegacyBezierPoint, MoveSubtractsTheOffsetAndRotateAndStretchKeepTheCentre) {
+TEST(LegacyBezierPoint, MoveSubtractsTheOffsetRotateAndStretchKeepTheCentreAndSmoothAlignsTheHandles) {
     CBezierPoint p(BPOINT{{-1, 2}, {0, 0}, {3, 4}});
     p.Move(10, -20);
     p.Move(DPoint(1, 1));
@@ -283,12 +274,9 @@ TEST(LegacyBezierPoint, MoveSubtractsTheOffsetAndRotateAndStretchKeepTheCentre) 
     p.Stretch(DPoint(-11, 19), 2, -1);
     expectNear(p.after, {-11 - 8, 19 - 3});
     EXPECT_EQ(p.anchor, DPoint(-11, 19));
-}
-
-TEST(LegacyBezierPoint, SmoothLaysBothHandlesAlongTheNeighboursDirection) {
-    // Direction (3, 4) / 5; handle lengths a third of the distances to the neighbours. Without a
+    // Smooth lays the handles along (3, 4) / 5, a third of the distances to the neighbours long; without a
     // direction the point is left as it was.
-    CBezierPoint p(BPOINT{{5, 0}, {0, 0}, {0, 5}});
+    p = CBezierPoint(BPOINT{{5, 0}, {0, 0}, {0, 5}});
     p.Smooth(DPoint(3, 3), DPoint(3, 3));
     p.Smooth(DPoint(NAN, 0), DPoint(3, 3));
     EXPECT_EQ(p.before, DPoint(5, 0));

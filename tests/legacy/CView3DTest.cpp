@@ -21,46 +21,37 @@ void expectMaps(CView3D& v, double x, double y, double z, double ex, double ey, 
     EXPECT_EQ(v.w(), 1.0);
 }
 
-TEST(LegacyView3D, TranslateMovesByTheNegatedOffsetAndNewStepsActFirst) {
-    CView3D v;
-    v.Translate(5, 0, -3);
+TEST(LegacyView3D, StepsComposeNewestFirstAndFitsMapRectangles) {
+    CView3D v, moved, scaled, z, y, both, tiny;
+    v.Translate(5, 0, -3); // by the negated offset
     expectMaps(v, 0, 0, 0, -5, 0, 3);
     v.Scale(2, 1, 1); // scaled first, then moved: 1 * 2 - 5
     expectMaps(v, 1, 0, 0, -3, 0, 3);
     // *= appends the other transform after this one: (1 - 5) * 2 = -8.
-    CView3D moved, scaled;
     moved.Translate(5, 0, 0);
     scaled.Scale(2, 1, 1);
     moved *= scaled;
     expectMaps(moved, 1, 0, 0, -8, 0, 0);
     scaled *= scaled;
     expectMaps(scaled, 1, 0, 0, 4, 0, 0);
-}
-
-TEST(LegacyView3D, RotationsAboutEachAxis) {
-    CView3D z, y, both, tiny;
     z.Rotate(pi / 2);
     expectMaps(z, 1, 0, 0, 0, 1, 0, 1e-15);
+    EXPECT_NEAR(z.GetAngle(), pi / 2, 1e-15);
     y.Rotate(0, pi / 2, 0);
     expectMaps(y, 0, 0, 1, 1, 0, 0, 1e-15);
-    // Within one call z reaches a point first, then y, then x: (1, 0, 0) -> (0, 1, 0) -> (0, 0, 1);
-    // the other order, or a turn about x the wrong way, would end elsewhere.
+    // Within one call z reaches a point first, then y, then x: (1, 0, 0) -> (0, 1, 0) -> (0, 0, 1).
     both.Rotate(pi / 2, 0, pi / 2);
     expectMaps(both, 1, 0, 0, 0, 0, 1, 1e-15);
     tiny.Rotate(5e-9, -5e-9, 5e-9); // below 1e-8: no rotation at all
     expectMaps(tiny, 1e9, 1e9, 1e9, 1e9, 1e9, 1e9);
-    EXPECT_NEAR(z.GetAngle(), pi / 2, 1e-15);
-}
 
-TEST(LegacyView3D, FitsOneRectangleOntoAnotherWithoutMirroringAndReadsItBack) {
-    CView3D v;
-    v.Translate(1, 2, 3); // discarded: the fit starts from the identity
+    // A fit starts from the identity and never mirrors; the readings work through Transfer.
     v.MakeTransform(DRECT{0, 0, 10, 10}, DRECT{100, 100, 120, 140});
     expectMaps(v, 0, 0, 0, 100, 100, 0);
     expectMaps(v, 10, 10, 7, 120, 140, 7);
     EXPECT_NEAR(v.GetXScale(), 2.0, 1e-15);
     EXPECT_NEAR(v.GetYScale(), 4.0, 1e-15);
-    EXPECT_EQ(v.y(), 104.0); // the readings work through Transfer: here of (0, 1, 0)
+    EXPECT_EQ(v.y(), 104.0); // here of (0, 1, 0)
     EXPECT_EQ(v.GetXOffset(), 100.0);
     EXPECT_EQ(v.GetYOffset(), 100.0);
     v.MakeTransform(DRECT{0, 0, 10, 10}, DRECT{120, 140, 100, 100});
@@ -97,7 +88,7 @@ TEST(LegacyView3D, ReturnUndoesTransferThroughTheLazyInverse) {
     expectMaps(v, 4, 4, 4, 4, 4, 4, 0, true);
 }
 
-TEST(LegacyView3D, SingularMatricesReturnPointsUnchanged) {
+TEST(LegacyView3D, SingularMatricesReturnPointsUnchangedAndCopiesTakeTheMatrixOnly) {
     CView3D flattened, zeroWidth, poisoned;
     flattened.Scale(2, 2, 2);
     EXPECT_TRUE(flattened.IsInvertible()); // an inverse is cached, then the matrix goes singular
@@ -108,14 +99,8 @@ TEST(LegacyView3D, SingularMatricesReturnPointsUnchanged) {
         EXPECT_FALSE(v->IsInvertible());
         expectMaps(*v, 3, 4, 5, 3, 4, 5, 0, true);
     }
-    poisoned.Reset();
-    EXPECT_TRUE(poisoned.IsInvertible());
-}
-
-TEST(LegacyView3D, CopiesTakeTheMatrixOnly) {
     CView3D source, assigned;
     source.Rotate(0.7);
-    source.Translate(3, 4, 0);
     assigned.Transfer(-1, -2, -3);
     assigned = source;
     EXPECT_EQ(assigned.x(), -1.0); // the vector is not copied

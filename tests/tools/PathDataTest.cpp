@@ -71,12 +71,10 @@ TEST(PathData, MalformedDataNamesOffsetAndExpectation) {
         char const* expected;
     } const cases[] = {
         {"L0 0", 0, "a moveto command (M or m)"},
-        {"M0 0 L1 x", 8, "a number"},
         {"M0 0 X", 5, "a path command"},
         {"M0 0 L1 1,", 10, "a number"},
         {"M0 0 A1 1 0 2 0 3 3", 12, "an arc flag (0 or 1)"},
         {"M0 0 L1e 2", 8, "the digits of an exponent"},
-        {"M0 0 L1e999 0", 6, "a number within the range of double precision"},
         {"M0 0 L- 2", 6, "a number"},
         {"M0 0 L1 1 Z 3", 12, "a path command"},
     };

@@ -10,83 +10,59 @@ using namespace sptool::testing;
 
 namespace {
 
-struct Drawing {
+struct Preview {
     pugi::xml_document doc;
+    explicit Preview(std::vector<std::string> const& args) {
+        Outcome const r = run(with({sample("open-paths.svg"), "preview"}, args));
+        EXPECT_EQ(r.code, 0) << r.err;
+        EXPECT_TRUE(doc.load_string(r.out.c_str()));
+    }
     pugi::xml_node group(char const* name) const {
         return doc.child("svg").find_child_by_attribute("g", "class", name);
     }
-    int count(char const* name, char const* element) const {
-        int n = 0;
-        for (pugi::xml_node child : group(name).children(element)) {
-            (void)child;
-            ++n;
-        }
-        return n;
+    int paths(char const* name) const {
+        auto const children = group(name).children("path");
+        return static_cast<int>(std::distance(children.begin(), children.end()));
     }
+    // The anchor marker of the edited triple, and the point the snap measures from.
+    pugi::xml_node anchor() const { return group("edited").find_child_by_attribute("class", "smooth"); }
+    pugi::xml_node origin() const { return group("snap-origin").child("circle"); }
 };
 
-void load(Drawing& drawing, Outcome const& r) {
-    ASSERT_EQ(r.code, 0) << r.err;
-    ASSERT_TRUE(drawing.doc.load_string(r.out.c_str()));
+double x(pugi::xml_node n) {
+    return n.attribute("cx").as_double();
+}
+double y(pugi::xml_node n) {
+    return n.attribute("cy").as_double();
 }
 
-// The anchor marker of the edited triple.
-std::pair<double, double> editedAnchor(Drawing const& d) {
-    pugi::xml_node const marker = d.group("edited").find_child_by_attribute("class", "smooth");
-    return {marker.attribute("cx").as_double(), marker.attribute("cy").as_double()};
-}
+TEST_F(ToolProcess, PreviewDrawsEachPartOfTheFeedbackWhereTheSnapSays) {
+    Preview const plain({"--vertex", "2", "--to", "110", "20"});
+    EXPECT_EQ(plain.paths("kept"), 1);
+    EXPECT_EQ(plain.paths("original"), 1);
+    EXPECT_EQ(plain.paths("rubber-band"), 1);
+    EXPECT_FALSE(plain.group("snap-origin"));
+    EXPECT_EQ(x(plain.anchor()), 110);
+    EXPECT_EQ(y(plain.anchor()), 20);
 
-TEST_F(ToolProcess, PreviewDrawsKeptOriginalAndRubberBandApart) {
-    Drawing d;
-    load(d, run({sample("open-paths.svg"), "preview", "--vertex", "2", "--to", "110", "20"}));
-    EXPECT_EQ(d.count("kept", "path"), 1);
-    EXPECT_EQ(d.count("original", "path"), 1);
-    EXPECT_EQ(d.count("rubber-band", "path"), 1);
-    EXPECT_FALSE(d.group("snap-origin"));
-    auto const [x, y] = editedAnchor(d);
-    EXPECT_EQ(x, 110);
-    EXPECT_EQ(y, 20);
-}
+    // The angle snap lands on a 15 degree step from the origin; the horizontal one keeps its y.
+    Preview const angle({"--vertex", "2", "--to", "123", "37", "--snap", "angle"});
+    ASSERT_TRUE(angle.origin());
+    double const steps =
+        std::atan2(y(angle.anchor()) - y(angle.origin()), x(angle.anchor()) - x(angle.origin())) * 12 /
+        3.14159265358979323846;
+    EXPECT_NEAR(steps, std::round(steps), 1e-3);
+    EXPECT_GT(std::hypot(x(angle.anchor()) - x(angle.origin()), y(angle.anchor()) - y(angle.origin())), 1.0);
+    Preview const horizontal({"--vertex", "2", "--to", "123", "37", "--snap", "horizontal"});
+    EXPECT_EQ(x(horizontal.anchor()), 123);
+    EXPECT_EQ(y(horizontal.anchor()), y(horizontal.origin()));
 
-TEST_F(ToolProcess, PreviewSnapsToFifteenDegreeSteps) {
-    Drawing d;
-    load(d,
-         run({sample("open-paths.svg"), "preview", "--vertex", "2", "--to", "123", "37", "--snap", "angle"}));
-    pugi::xml_node const origin = d.group("snap-origin").child("circle");
-    ASSERT_TRUE(origin);
-    double const ox = origin.attribute("cx").as_double(), oy = origin.attribute("cy").as_double();
-    auto const [x, y] = editedAnchor(d);
-    double const degrees = std::atan2(y - oy, x - ox) * 180.0 / 3.14159265358979323846;
-    double const steps = degrees / 15.0;
-    EXPECT_NEAR(steps, std::round(steps), 1e-3) << degrees;
-    EXPECT_GT(std::hypot(x - ox, y - oy), 1.0);
-
-    Drawing h;
-    load(h, run({sample("open-paths.svg"), "preview", "--vertex", "2", "--to", "123", "37", "--snap",
-                 "horizontal"}));
-    auto const [hx, hy] = editedAnchor(h);
-    EXPECT_EQ(hx, 123);
-    EXPECT_EQ(hy, h.group("snap-origin").child("circle").attribute("cy").as_double());
-}
-
-TEST_F(ToolProcess, PreviewOfASelectionDrawsItsRunsOverThePath) {
-    Drawing d;
-    load(d, run({sample("open-paths.svg"), "preview", "--path", "2", "--vertex", "1", "--vertex", "2",
-                 "--vertex", "3", "--to", "140", "70", "--snap", "angle"}));
-    EXPECT_EQ(d.count("rubber-band", "path"), 1);
-    EXPECT_TRUE(d.group("snap-origin"));
-    EXPECT_FALSE(d.group("edited"));
-}
-
-TEST_F(ToolProcess, PreviewRefusesWhatItCannotDraw) {
-    EXPECT_EQ(run({sample("open-paths.svg"), "preview", "--vertex", "99", "--to", "1", "1"}).code, 1);
-    EXPECT_EQ(
-        run({sample("open-paths.svg"), "preview", "--path", "7", "--vertex", "0", "--to", "1", "1"}).code, 1);
-    EXPECT_NE(run({sample("open-paths.svg"), "preview", "--vertex", "1", "--vertex", "2", "--handle", "in",
-                   "--to", "1", "1"})
-                  .code,
-              0);
-    EXPECT_EQ(run({sample("open-paths.svg"), "preview", "--vertex", "1", "--to", "nan", "1"}).code, 1);
+    // A selection draws its runs over the path, with no single edited triple.
+    Preview const selection({"--path", "2", "--vertex", "1", "--vertex", "2", "--vertex", "3", "--to", "140",
+                             "70", "--snap", "angle"});
+    EXPECT_EQ(selection.paths("rubber-band"), 1);
+    EXPECT_TRUE(selection.group("snap-origin"));
+    EXPECT_FALSE(selection.group("edited"));
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
@@ -55,6 +56,31 @@ inline Outcome run(std::vector<std::string> const& args, std::string const& inpu
     r.out = readWholeFile(out, ignored);
     r.err = readWholeFile(err, ignored);
     return r;
+}
+
+// Writes a file into the scratch folder and gives its path.
+inline std::string file(std::string const& name, std::string const& bytes) {
+    std::string const path = (scratch() / name).string();
+    EXPECT_EQ(writeFileAtomically(path, bytes), "");
+    return path;
+}
+
+// The words of a command line written as one string (none of them holds a space).
+inline std::vector<std::string> words(std::string const& line) {
+    std::vector<std::string> out;
+    for (std::size_t start = 0, end = 0; start < line.size(); start = end + 1) {
+        end = std::min(line.find(' ', start), line.size());
+        if (end > start) {
+            out.push_back(line.substr(start, end - start));
+        }
+    }
+    return out;
+}
+
+// The arguments with more appended, for tables whose rows share a start.
+inline std::vector<std::string> with(std::vector<std::string> args, std::vector<std::string> const& more) {
+    args.insert(args.end(), more.begin(), more.end());
+    return args;
 }
 
 inline std::string sample(char const* name) {

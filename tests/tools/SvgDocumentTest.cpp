@@ -89,8 +89,6 @@ TEST(SvgDocument, BasicShapesBecomeTheirOutlines) {
 
 TEST(SvgDocument, ErrorsNameTheElementAndTheOffset) {
     auto error = [](std::string const& xml) { return readSvgDocument(xml).error; };
-    EXPECT_EQ(error(R"x(<svg><g><path id="p1" d="M0 0 L1 x"/></g></svg>)x"),
-              "<path id=\"p1\"> at byte 8: d at offset 8: expected a number, found 'x'");
     EXPECT_EQ(error(R"x(<svg><polygon points="0 0 1 ,"/></svg>)x"),
               "<polygon> at byte 5: points at offset 7: expected a number, found the end of the data");
     EXPECT_EQ(error(R"x(<svg><path transform="rotate(1 2)" d="M0 0L1 1"/></svg>)x"),

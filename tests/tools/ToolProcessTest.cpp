@@ -67,9 +67,7 @@ TEST_F(ToolProcess, WritesSvgAndJsonAndReadsFilesAndStandardInput) {
     EXPECT_EQ(report["paths"][1]["d"], "M5 5L6 5");
 
     // Path data in a file and an SVG on standard input.
-    fs::path const data = scratch() / "shape.txt";
-    ASSERT_EQ(writeFileAtomically(data.string(), "M0 0 q5 5 10 0\n"), "");
-    Outcome const fromFile = run({data.string()});
+    Outcome const fromFile = run({file("shape.txt", "M0 0 q5 5 10 0\n")});
     Outcome const fromStdin =
         run({"-"}, "<svg xmlns='http://www.w3.org/2000/svg'><path d='M0 0 q5 5 10 0'/></svg>");
     EXPECT_EQ(fromStdin.out, fromFile.out) << fromStdin.err;
@@ -77,6 +75,17 @@ TEST_F(ToolProcess, WritesSvgAndJsonAndReadsFilesAndStandardInput) {
               "M0 0C3.333333333333333 3.333333333333333 6.666666666666667 3.333333333333333 10 0\n")
         << fromFile.err;
 
+    EXPECT_EQ(run({"-"}, "M0 0L1 1").out, "M0 0L1 1\n");
+    // -o takes the report of a query too, wherever it stands.
+    std::string const query = (scratch() / "report.txt").string();
+    EXPECT_EQ(run({"--d", "M0 0L1 1", "info", "-o", query}).out, "");
+    std::string error;
+    EXPECT_EQ(readWholeFile(query, error).substr(0, 25), "path 0: 2 vertices, open\n");
+
+    EXPECT_EQ(run({"--version"}).out, "simplepath 0.1.0\n");
+    Outcome const bare = run({});
+    EXPECT_EQ(bare.code, 2);
+    EXPECT_EQ(bare.err.rfind("Reads outlines", 0), 0u);
     Outcome const help = run({"--help"});
     EXPECT_EQ(help.code, 0);
     for (std::string const& name : commandNames()) {
@@ -84,59 +93,78 @@ TEST_F(ToolProcess, WritesSvgAndJsonAndReadsFilesAndStandardInput) {
     }
 }
 
-TEST_F(ToolProcess, EveryErrorIsOneLineWithExitCodeOne) {
-    auto file = [](std::string const& name, std::string const& bytes) {
-        std::string const path = (scratch() / name).string();
-        EXPECT_EQ(writeFileAtomically(path, bytes), "");
-        return path;
-    };
-    std::string const bad = file("bad.svg", "<svg><path id='a' d='M0 0 L 5'/></svg>");
-    // A stream of two paths cut inside the second, one with a stray byte after its paths, one whose last
-    // coordinate is a quiet NaN (little-endian), and a file of text.
+TEST_F(ToolProcess, EveryRefusalIsOneLineWithExitCodeOne) {
+    // Hostile files: a stream of two paths cut inside the second, one with a stray byte after its paths,
+    // one whose last coordinate is a quiet NaN (little-endian), and files that are not what they say.
     std::string const two = run({"--d", "M0 0L1 1M2 2L3 3", "--format", "spath"}).out;
     std::string const cut = file("cut.spath", two.substr(0, two.size() - 3)),
                       longer = file("longer.spath", two + "x"),
                       nan = file("nan.spath",
                                  two.substr(0, two.size() - 8) + std::string("\0\0\0\0\0\0\xf8\x7f", 8)),
-                      text = file("text.spath", "M0 0");
+                      text = file("text.spath", "M0 0"),
+                      bad = file("bad.svg", "<svg><path id='a' d='M0 0 L 5'/></svg>"),
+                      empty = file("empty.svg", ""), notSvg = file("notes.svg", "M0 0L1 1");
     std::string const notSpath = ": not a readable .spath stream: ";
-    char const* const in = "in.svg";
-    char const* const shapes = "M0 0L10 0L10 10Z M20 0C20 10 30 10 30 0"; // a triangle and an open curve
+    std::string const drawing = sample("open-paths.svg"), record = (scratch() / "r.json").string();
+    auto replay = [&](std::string const& name, std::string const& json) {
+        return std::vector<std::string>{drawing, "replay", file(name + ".json", json)};
+    };
+    auto in = [](std::string const& name) { return "replay: " + (scratch() / name).string() + ".json: "; };
+    std::vector<std::string> const shapes = {"--d", "M0 0L10 0L10 10Z M20 0C20 10 30 10 30 0"};
     struct Case {
         std::vector<std::string> args;
         std::string err;
     } const cases[] = {
         {{"--d", "M0 0 L1 x"}, "--d: path data at offset 8: expected a number, found 'x'"},
         {{bad},
-         bad + ": <path id=\"a\"> at byte 5: d at offset 8: expected a number, found the end of the "
-               "data"},
+         bad + ": <path id=\"a\"> at byte 5: d at offset 8: expected a number, found the end of the data"},
         {{"/nonexistent/drawing.svg"}, "cannot read '/nonexistent/drawing.svg': No such file or directory"},
         {{cut}, cut + notSpath + "path 1 of 2 is cut short or damaged"},
         {{longer}, longer + notSpath + "unexpected bytes after path 1"},
         {{nan}, nan + notSpath + "path 1 has a coordinate that is not a finite number"},
         {{text}, text + notSpath + "its start claims 807415885 paths in only 4 bytes"},
+        {{empty}, empty + ": the file is empty"},
+        {{"-"}, "standard input: nothing was read"},
+        {{notSvg}, notSvg + ": not an SVG document (it does not start with '<')"},
+        // Numbers beyond the double range, while reading or editing.
+        {{"--d", "M1.7e308 0 l1.7e308 0"},
+         "--d: path data at offset 12: the coordinates of this l command overflow the range of double "
+         "precision"},
+        {{"--d", "M0 0L1e400 0"},
+         "--d: path data at offset 5: expected a number within the range of double precision, found '1'"},
+        {{"--d", "M0 0L1 1", "transform", "scale", "1e300", "transform", "scale", "1e300"},
+         "transform: path 0 would get coordinates beyond the range of double precision (about 1.8e308)"},
+        {{"--d", "M-1e308 0L1e308 0", "info"},
+         "info: the length of path 0 overflows the range of double precision"},
+        {{drawing, "preview", "--vertex", "1", "--to", "nan", "1"}, "coordinates must be finite numbers"},
         // Mistakes on the command line, found before any input is read.
-        {{in, "frobnicate"}, "unknown command 'frobnicate' (run simplepath --help for the list)"},
+        {{drawing, "frobnicate"}, "unknown command 'frobnicate' (run simplepath --help for the list)"},
         {{"nearest", "1", "2"}, "no input: give an SVG, .spath or path data file, or --d DATA"},
-        {{in, "delete"}, "delete: name the target with either --vertex or --near"},
-        {{in, "insert", "--at", "2"},
+        {{"info", "drawing.svg"}, "the input comes before the commands: simplepath drawing.svg info"},
+        {{drawing, "delete"}, "delete: name the target with either --vertex or --near"},
+        {{drawing, "insert", "--at", "2"},
          "insert: --at takes SEG:T, a segment index and a parameter in [0, 1], not '2'"},
-        {{in, "join", "0:end", "1:middle"}, "join: a path end is P:start or P:end, not '1:middle'"},
-        {{in, "pick", "1", "2", "--tolerance", "-1"}, "pick: --tolerance must not be negative"},
-        // Targets that are not in the drawing.
-        {{"--d", shapes, "delete", "--vertex", "3"}, "vertex 3 is out of range: path 0 has 3 vertices"},
-        {{"--d", shapes, "mode", "cusp", "--path", "2", "--vertex", "0"},
-         "path 2 is out of range: the drawing has 2 paths"},
-        {{"--d", shapes, "nearest", "1", "2", "--path", "-1"},
+        {{drawing, "pick", "1", "2", "--tolerance", "-1"}, "pick: --tolerance must not be negative"},
+        {{drawing, "preview", "--vertex", "1", "--vertex", "2", "--handle", "in", "--to", "1", "1"},
+         "preview: --handle drags one vertex: give a single --vertex"},
+        // Targets that are not in the drawing, and edits that cannot be made there.
+        {with(shapes, {"delete", "--vertex", "3"}), "vertex 3 is out of range: path 0 has 3 vertices"},
+        {with(shapes, {"nearest", "1", "2", "--path", "-1"}),
          "path -1 is out of range: the drawing has 2 paths"},
-        {{"--d", shapes, "insert", "--at", "2:0.5", "--path", "1"},
-         "segment 2 is out of range: path 1 has 1 segment"},
-        {{"--d", shapes, "drag", "--near", "50", "50", "--to", "0", "0"}, "no curve within 1 of (50, 50)"},
-        {{"--d", shapes, "split", "--near", "50", "50", "--tolerance", "0.5"},
-         "no vertex within 0.5 of (50, 50)"},
-        {{"--d", shapes, "join", "0:end", "1:start"}, "join: path 0 is closed, so it has no ends"},
-        {{"--d", shapes, "join", "1:end", "1:start"},
-         "join: both ends are on path 1; join takes the ends of two different paths"},
+        {with(shapes, {"drag", "--near", "50", "50", "--to", "0", "0"}), "no curve within 1 of (50, 50)"},
+        {with(shapes, {"join", "0:end", "1:start"}), "join: path 0 is closed, so it has no ends"},
+        {with(shapes, {"split", "--path", "1", "--vertex", "0"}),
+         "split: cannot split at that vertex (an end of an open path)"},
+        {with(shapes, {"slice", "0:1:0.5", "0:1:0.5"}),
+         "slice: both positions are the same; a slice needs two places to cut between"},
+        {{drawing, "undo"}, "undo: there is no edit before it to take back"},
+        // What keeps no record, and record files that do not read or do not fit the drawing.
+        {{drawing, "--record", record, "transform", "translate", "1", "1"},
+         "transform cannot be recorded: path-level edits keep no record"},
+        {replay("a", "{\"records\": ["), in("a") + "not valid JSON (at byte 14)"},
+        {replay("c", "{\"records\": [{\"type\": 8}]}"), in("c") + "record 1 has the unknown type 8"},
+        {replay("d", "{\"records\": [{\"type\": 9, \"vertexLocation\": [1]}]}"),
+         in("d") + "record 1 (delete): its field \"vertexLocation\" is missing or not what it should be"},
     };
     for (Case const& c : cases) {
         Outcome const r = run(c.args);
@@ -144,11 +172,11 @@ TEST_F(ToolProcess, EveryErrorIsOneLineWithExitCodeOne) {
         EXPECT_EQ(r.out, "") << c.err;
         EXPECT_EQ(r.err, "simplepath: error: " + c.err + "\n");
     }
+    EXPECT_FALSE(fs::exists(record));
     // The command-line parser's own complaints are flattened into the same single line.
-    Outcome const mode = run({in, "mode", "wobbly", "--vertex", "1"});
+    Outcome const mode = run({drawing, "mode", "wobbly", "--vertex", "1"});
     EXPECT_EQ(mode.code, 1);
-    EXPECT_EQ(mode.err.rfind("simplepath: error: mode: ", 0), 0u) << mode.err;
-    EXPECT_EQ(mode.err.find('\n'), mode.err.size() - 1) << mode.err;
+    EXPECT_EQ(mode.err, "simplepath: error: mode: wobbly not in {smooth,cusp,symmetric,straight}\n");
 }
 
 TEST_F(ToolProcess, OutputFilesAreReplacedWholeOrNotAtAll) {
@@ -169,20 +197,32 @@ TEST_F(ToolProcess, OutputFilesAreReplacedWholeOrNotAtAll) {
     ::umask(mask);
     EXPECT_EQ(fs::status(out).permissions(), static_cast<fs::perms>(0666 & ~mask));
 
+    // Only regular files are replaced; a link is kept and the file it names replaced.
+    std::string const fifo = (scratch() / "fifo").string(), link = (folder / "link.txt").string();
+    ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
     auto failure = [&](std::string const& target) { return run({"--d", "M0 0 L1 1", "-o", target}).err; };
-    EXPECT_EQ(failure(folder.string() + "/"), "simplepath: error: cannot write '" + folder.string() +
-                                                  "/': it is a directory, not a regular file\n");
-    EXPECT_EQ(failure((folder / "missing/x.svg").string()), "simplepath: error: cannot write '" +
-                                                                (folder / "missing/x.svg").string() +
-                                                                "': No such file or directory\n");
+    auto cannotWrite = [](std::string const& target, std::string const& why) {
+        return "simplepath: error: cannot write '" + target + "': " + why + "\n";
+    };
+    EXPECT_EQ(failure(folder.string()),
+              cannotWrite(folder.string(), "it is a directory, not a regular file"));
+    EXPECT_EQ(failure(fifo), cannotWrite(fifo, "it is a fifo, not a regular file"));
+    EXPECT_EQ(failure("/dev/null"), cannotWrite("/dev/null", "it is a character device, not a regular file"));
+    EXPECT_EQ(failure((folder / "missing/x.svg").string()),
+              cannotWrite((folder / "missing/x.svg").string(), "No such file or directory"));
+    EXPECT_TRUE(fs::is_fifo(fifo));
     EXPECT_EQ(run({folder.string()}).err,
               "simplepath: error: cannot read '" + folder.string() + "': Is a directory\n");
-    EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 1);
+    fs::create_symlink("kept.txt", link);
+    ASSERT_EQ(run({"--d", "M0 0L2 2", "-o", link}).code, 0);
+    EXPECT_TRUE(fs::is_symlink(link));
+    EXPECT_EQ(readWholeFile(out, error), "M0 0L2 2\n");
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 2);
     // Without the right to write in the folder (which some users, such as root, have regardless).
     fs::permissions(folder, fs::perms::owner_read | fs::perms::owner_exec);
     if (::access(folder.c_str(), W_OK) != 0) {
         EXPECT_EQ(failure(out), "simplepath: error: cannot write '" + out + "': Permission denied\n");
-        EXPECT_EQ(readWholeFile(out, error), "M0 0L1 1\n");
+        EXPECT_EQ(readWholeFile(out, error), "M0 0L2 2\n");
     }
     fs::permissions(folder, fs::perms::owner_all);
 }

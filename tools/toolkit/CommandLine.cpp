@@ -428,7 +428,10 @@ void printError(std::ostream& err, std::string const& where, std::string message
     while (!message.empty() && message.back() == ' ') {
         message.pop_back();
     }
-    err << "simplepath: error: " << (where.empty() ? "" : where + ": ") << message << '\n';
+    // A message that already begins with the command's name (an option named like its command) keeps it once.
+    std::string const prefix = where.empty() ? "" : where + ": ";
+    bool const named = !prefix.empty() && message.compare(0, prefix.size(), prefix) == 0;
+    err << "simplepath: error: " << (named ? "" : prefix) << message << '\n';
 }
 
 std::string commandsFooter() {
