@@ -1,13 +1,11 @@
 // Each vertex operation hands its edit to the right path primitive (whose geometry the edit tests
-// check) and reports the right result. Undo and redo are held to exact states by the random sequences;
-// here undo is checked only where those rarely reach (ends merged at one place, a memento kept by a
-// failed execution).
+// check) and reports the right result; undo and redo are left to the random sequences except where
+// those rarely reach.
 
-#include <cmath>
 #include <limits>
 #include <list>
 #include <memory>
-#include <string>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -15,7 +13,6 @@
 
 #include "OperationHost.h"
 #include "simplepath/edit/SimplePathChangeInstruction.h"
-#include "simplepath/operations/AddSimplePathVertexOperation.h"
 #include "simplepath/operations/AverageVertexOperation.h"
 #include "simplepath/operations/JoinSimplePathVerticesOperation.h"
 #include "simplepath/operations/SimplePathOperationFactory.h"
@@ -64,11 +61,6 @@ TEST(VertexOperations, EachEditReachesItsTripleThroughAnyOfItsVertices) {
     std::vector<DPoint> const moved{at(t.first) + by, at(t.anchor) + by, at(t.last) + by};
     apply(F::createMoveSelectedVerticesOperation(path, t.first, by, false));
     EXPECT_EQ(moved, (std::vector<DPoint>{at(t.first), at(t.anchor), at(t.last)}));
-
-    SimplePathLocationTriple const target(DPoint(1, 1), DPoint(2, 2), DPoint(3, 3), Mode::Symmetric);
-    apply(F::createChangeVertexOperation(path, tripleAt(*path, 1), target, false));
-    EXPECT_EQ(DPoint(2, 2), at(t.anchor));
-    EXPECT_EQ(Mode::Symmetric, tripleAt(*path, 1).mode);
     SimplePathLocationTriple const dragged(DPoint(0, 5), DPoint(1, 6), DPoint(4, 7), Mode::Cusp);
     apply(F::createVertexPickOperation(path, SimplePathVertexPickAction(tripleAt(*path, 1), dragged), false));
     EXPECT_EQ(DPoint(4, 7), at(t.last));
@@ -79,13 +71,22 @@ TEST(Factory, NullArgumentsGiveNothingUnlessAShellIsAskedFor) {
     SimplePathVertex* anchor = nullptr;
     EXPECT_EQ(SimplePath::Success, path.addSingle(DPoint(1.0, 2.0), anchor));
     SimplePathPosition const none;
-    EXPECT_EQ(nullptr, Op(F::createSetCuspModeOperation(nullptr, anchor, false)));
-    EXPECT_EQ(nullptr, Op(F::createSetSmoothModeOperation(&path, nullptr, false)));
-    EXPECT_EQ(nullptr, Op(F::createDeleteVertexOperation(&path, nullptr, false)));
-    EXPECT_EQ(nullptr, Op(F::createMoveSelectedVerticesOperation(nullptr, anchor, DVector(), false)));
-    EXPECT_EQ(nullptr, Op(F::createAddVertexAtPositionOperation(nullptr, none, false)));
-    EXPECT_EQ(nullptr, Op(F::createJoinVerticesOperation(&path, anchor, nullptr, &path, false)));
-    EXPECT_EQ(nullptr, Op(F::createSplitVertexOperation(nullptr, none, nullptr, nullptr, false)));
+    Pool pool;
+    SimplePath* const open = addPath(pool, row(3), 0);
+    // Nulls, and an end anchor (or another path's vertex) to split: nothing is made.
+    for (SimplePathOperation* made :
+         {F::createSetCuspModeOperation(nullptr, anchor, false),
+          F::createSetSmoothModeOperation(&path, nullptr, false),
+          F::createDeleteVertexOperation(&path, nullptr, false),
+          F::createMoveSelectedVerticesOperation(nullptr, anchor, DVector(), false),
+          F::createAddVertexAtPositionOperation(nullptr, none, false),
+          F::createJoinVerticesOperation(&path, anchor, nullptr, &path, false),
+          F::createSplitVertexOperation(nullptr, none, nullptr, nullptr, false),
+          F::createSplitVertexOperation(open, tripleAt(*open, 0).anchor),
+          F::createSplitVertexOperation(open, tripleAt(*open, 2).anchor),
+          F::createSplitVertexOperation(open, anchor)}) {
+        EXPECT_EQ(nullptr, Op(made));
+    }
     // Shells executed unfilled fail cleanly and undo harmlessly.
     std::vector<Op> shells;
     shells.emplace_back(F::createSetCuspModeOperation(nullptr, nullptr, true));
@@ -121,7 +122,7 @@ TEST(VertexOperations, BadInputIsRefusedByTheEditAndChangesNothing) {
     std::list<SimplePathLocationTriple> infinite = run;
     infinite.back().last.y = std::numeric_limits<double>::infinity();
     std::pair<char const*, SimplePathOperation*> const cases[] = {
-        {"vertex of another path", F::createSetSmoothModeOperation(path, tripleAt(*other, 0).anchor, false)},
+        {"vertex of another path", F::createDeleteVertexOperation(path, tripleAt(*other, 0).anchor, false)},
         {"offset no number",
          F::createMoveSelectedVerticesOperation(path, t.anchor, DVector(kNaN, 0.0), false)},
         {"segment past the end", F::createAddVertexAtPositionOperation(path, position(7, 0.5), false)},
@@ -146,26 +147,14 @@ TEST(VertexOperations, BadInputIsRefusedByTheEditAndChangesNothing) {
         Outcome const refused = execute(*op);
         EXPECT_EQ(SimplePathOperation::EditFailed, refused.result);
         EXPECT_TRUE(refused.affected.empty());
+        // A delete keeps the memento it took before the refusal: undo goes back to it whatever
+        // happened since.
+        SimplePathVertex* middle = tripleAt(*path, 1).anchor;
+        SimplePathChangeInstruction change;
+        ASSERT_TRUE(&note != &cases[0].first || path->setStraightMode(middle, change) == SimplePath::Success);
         op->undoOperation();
         EXPECT_EQ(before, drawingState(pool));
     }
-}
-
-TEST(VertexOperations, AFailedExecutionKeepsItsMementoForUndo) {
-    Pool pool;
-    SimplePath* const path = addPath(pool, row(3), 0);
-    SimplePath* const other = addPath(pool, row(2, 50.0), 0);
-    DrawingState const before = drawingState(pool);
-    // The vertex is not the path's: the memento is taken, then the edit fails.
-    Op del(F::createDeleteVertexOperation(path, tripleAt(*other, 0).anchor, false));
-    EXPECT_EQ(SimplePathOperation::EditFailed, execute(*del).result);
-    // Whatever happens to the path afterwards, undo goes back to the state of that attempt.
-    SimplePathChangeInstruction change;
-    SimplePathVertex* middle = tripleAt(*path, 1).anchor;
-    ASSERT_EQ(SimplePath::Success, path->setStraightMode(middle, change));
-    EXPECT_NE(before, drawingState(pool));
-    del->undoOperation();
-    EXPECT_EQ(before, drawingState(pool));
 }
 
 TEST(AverageVertex, SixteenCodesEachTakeOneXAndOneYSource) {
@@ -211,32 +200,10 @@ TEST(AverageVertex, MovesTheVertexWithItsHandlesAndMapsItsReferencePointsAgainOn
     average->undoOperation();
     ASSERT_EQ(SimplePathOperation::Success, execute(*average).result);
     expectNear(DPoint(6.0, 12.0), at(t.anchor));
-    average->undoOperation();
-    // Code 2176 keeps the anchor where it is.
-    DPoint const still = at(t.anchor);
-    Op keep(F::createAverageVertexOperation(path, t.anchor, {}, {}, {}, 2176, doubling, false));
-    ASSERT_EQ(SimplePathOperation::Success, execute(*keep).result);
-    expectNear(still, at(t.anchor));
 }
 
-TEST(DeleteVertex, AnAnchorGoesWithItsTripleAHandleIsRetractedAndTheLastSegmentTakesThePath) {
+TEST(DeleteVertex, TheLastSegmentTakesThePathWithIt) {
     Pool pool;
-    SimplePath* const path = addPath(pool, row(4), 1);
-    SimplePathVertexTriple const t = tripleAt(*path, 2);
-    SimplePathVertexTriple const next = tripleAt(*path, 3);
-    DPoint const anchorAt = at(t.anchor);
-    DPoint const lastAt = at(t.last);
-    Op handle(F::createDeleteVertexOperation(path, t.first, false));
-    ASSERT_EQ(SimplePathOperation::Success, execute(*handle).result);
-    EXPECT_EQ(4, path->numTriples());
-    EXPECT_EQ((std::vector<DPoint>{anchorAt, anchorAt, lastAt}),
-              (std::vector<DPoint>{at(t.first), at(t.anchor), at(t.last)}));
-    Op anchor(F::createDeleteVertexOperation(path, t.anchor, false));
-    ASSERT_EQ(SimplePathOperation::Success, execute(*anchor).result);
-    EXPECT_EQ(3, path->numTriples());
-    EXPECT_EQ(next, tripleAt(*path, 2));
-
-    // The anchor of a path of two vertices deletes the whole path.
     SimplePath* const two = addPath(pool, row(2), 0);
     Op del(F::createDeleteVertexOperation(two, tripleAt(*two, 1).anchor, false));
     Outcome const run = execute(*del);
@@ -247,42 +214,7 @@ TEST(DeleteVertex, AnAnchorGoesWithItsTripleAHandleIsRetractedAndTheLastSegmentT
     EXPECT_EQ(Paths{two}, removed);
     std::set<SimplePathVertex*> gone;
     run.change->simplePathVerticesRemoved(gone);
-    EXPECT_EQ(6u, gone.size());
-    // Destroyed while the path is deleted: the operation frees the six vertices (the sanitizers see it).
-}
-
-TEST(AddAndInsertVertices, PutTheNewTriplesInPlaceAndMoveLaterPositionsUp) {
-    Pool pool;
-    SimplePath* const path = addPath(pool, row(3), 0);
-    auto add = std::make_unique<AddSimplePathVertexOperation>(path, positionOf(*path, 1, 0.5));
-    ASSERT_EQ(SimplePathOperation::Success, execute(*add).result);
-    EXPECT_EQ(4, path->numTriples());
-    EXPECT_EQ(add->getNewTriple(), tripleAt(*path, 2));
-    add->undoOperation(); // destroyed undone: it frees its triple
-
-    std::list<SimplePathLocationTriple> const run{curved(DPoint(100, 100), 0.5, Mode::Smooth),
-                                                  curved(DPoint(110, 100), 0.7, Mode::Symmetric)};
-    auto locations = [&] {
-        std::list<SimplePathLocationTriple> l;
-        EXPECT_EQ(SimplePath::Success, path->getLocationTripleList(l));
-        return std::vector<SimplePathLocationTriple>(l.begin(), l.end());
-    };
-    Op insert(F::createInsertVerticesOperation(path, run, 1, false));
-    Outcome const inserted = execute(*insert);
-    ASSERT_EQ(SimplePathOperation::Success, inserted.result);
-    ASSERT_EQ(5, path->numTriples());
-    EXPECT_EQ(run.front(), locations()[1]);
-    EXPECT_EQ(run.back(), locations()[2]);
-    // Positions at and after the insertion move up; those before stay.
-    for (auto [index, expectedIndex] : {std::pair<int, int>{0, 0}, {1, 3}, {2, 4}}) {
-        EXPECT_EQ(expectedIndex,
-                  inserted.change->translate({path, positionOf(*path, index, 0.0)}).second.getIndex())
-            << index;
-    }
-    insert->undoOperation();
-    Op front(F::createInsertVerticesOperation(path, run, -1, false));
-    ASSERT_EQ(SimplePathOperation::Success, execute(*front).result);
-    EXPECT_EQ(run.front(), locations()[0]);
+    EXPECT_EQ(6u, gone.size()); // dropped in effect: the operation frees them
 }
 
 TEST(JoinVertices, ResultCodesComeInTheirOrder) {
@@ -337,22 +269,6 @@ TEST(JoinVertices, EndsAtOnePlaceMergeAndUndoGivesBothBack) {
     EXPECT_EQ(joined, join->getJoinedPath());
     EXPECT_EQ(after, drawingState(pool));
     // Destroyed with the join in effect: the merged-away triple is freed by the operation.
-}
-
-TEST(SplitVertex, AClosedPathOpensAtTheAnchorAndEndAnchorsCannotBeSplit) {
-    Pool pool;
-    SimplePath* const path = addPath(pool, row(4), 1);
-    SimplePathVertex* const anchor = tripleAt(*path, 2).anchor;
-    Op split(F::createSplitVertexOperation(path, anchor));
-    ASSERT_NE(nullptr, split);
-    ASSERT_EQ(SimplePathOperation::Success, execute(*split).result);
-    EXPECT_EQ(0, path->isClosedSimplePath());
-    EXPECT_EQ(anchor, tripleAt(*path, 0).anchor);
-    std::unique_ptr<SimplePath> open(new SimplePath(*pool[0]));
-    EXPECT_EQ(nullptr, Op(F::createSplitVertexOperation(open.get(), tripleAt(*open, 0).anchor)));
-    EXPECT_EQ(nullptr, Op(F::createSplitVertexOperation(open.get(), tripleAt(*open, 4).anchor)));
-    EXPECT_EQ(nullptr, Op(F::createSplitVertexOperation(open.get(), tripleAt(*path, 1).anchor)));
-    EXPECT_NE(nullptr, Op(F::createSplitVertexOperation(open.get(), tripleAt(*open, 1).anchor)));
 }
 
 } // namespace
