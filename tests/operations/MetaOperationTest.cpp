@@ -1,6 +1,5 @@
 // Groups of operations: members run front to back and the first failure is returned at once, undo runs
-// back to front, the group owns its members, and its record holds one entry per member (refilled in
-// place, deliberately, when the caller hands an old one back).
+// back to front, the group owns its members, and its record holds one entry per member.
 
 #include <list>
 #include <memory>
@@ -55,18 +54,21 @@ TEST(MetaOperation, RunsInOrderStopsAtTheFirstFailureAndOwnsItsMembers) {
     Log log;
     SimplePath a, b, c;
     SimplePathChangeInstruction change;
+    auto* after = new Probe(log, "after");
     {
         Meta group;
         group.addOperation(new Probe(log, "1", &a));
         group.addOperation(nullptr);
-        group.addOperation(new Probe(log, "2", &b));
+        group.addOperationList({new Probe(log, "2", &b), nullptr, after}); // taken up to the first null
         EXPECT_EQ(2u, group.getOperations().size());
+        EXPECT_TRUE(Meta(group).getOperations().empty()); // a copy starts empty: one owner per member
         Paths affected{&b};
         EXPECT_EQ(SimplePathOperation::Success, group.executeOperation(affected, change));
         EXPECT_EQ((Paths{&b, &a, &b}), affected); // appended in member order
         group.undoOperation();
     }
     EXPECT_EQ((Log{"do 1", "do 2", "undo 2", "undo 1", "~2", "~1"}), log);
+    delete after; // never taken: still the caller's
 
     log.clear();
     {
@@ -79,22 +81,6 @@ TEST(MetaOperation, RunsInOrderStopsAtTheFirstFailureAndOwnsItsMembers) {
         EXPECT_EQ(Paths{&a}, affected);
     }
     EXPECT_EQ((Log{"do 1", "do 2", "~3", "~2", "~1"}), log);
-
-    // A list is taken up to its first null; a copy of a group starts empty and frees what it held.
-    log.clear();
-    auto* after = new Probe(log, "after");
-    {
-        Meta group;
-        group.addOperationList({new Probe(log, "1"), new Probe(log, "2"), nullptr, after});
-        EXPECT_EQ(2u, group.getOperations().size());
-        EXPECT_TRUE(Meta(group).getOperations().empty());
-        Meta assigned;
-        assigned.addOperation(new Probe(log, "3"));
-        assigned = group;
-        EXPECT_TRUE(assigned.getOperations().empty());
-    }
-    EXPECT_EQ((Log{"~3", "~2", "~1"}), log);
-    delete after; // never taken: still the caller's
 }
 
 TEST(MetaOperation, TheRecordHasAnEntryPerMemberAndIsRefilledInPlace) {
@@ -102,33 +88,15 @@ TEST(MetaOperation, TheRecordHasAnEntryPerMemberAndIsRefilledInPlace) {
     auto cusp = [&](int p, int i) {
         return F::createSetCuspModeOperation(d.path(p), d.triple(p, i).anchor, false);
     };
-    Info* info = nullptr;
-    Meta empty;
-    EXPECT_EQ(SimplePathOperation::Success, execute(empty).result);
-    ASSERT_EQ(2, empty.RetreiveSegIndependentInfo(info));
-    std::unique_ptr<Info> record(info);
-    auto* meta = dynamic_cast<Meta::MetaOpInformation*>(info);
-    ASSERT_NE(nullptr, meta);
-    EXPECT_EQ(0, meta->count);
-    EXPECT_EQ(nullptr, F::createOperationFromSII(info));
-
-    // Refilled for a larger group (nothing is read past the old array), then a smaller one.
-    Meta four;
-    for (int i = 0; i < 4; ++i) {
-        four.addOperation(cusp(0, i));
-    }
-    EXPECT_EQ(1, four.RetreiveSegIndependentInfo(info));
-    ASSERT_EQ(4, meta->count);
-    for (int i = 0; i < 4; ++i) {
-        EXPECT_NE(nullptr, meta->records[i]);
-    }
-
     // A member without a record leaves an empty entry and is skipped on rebuild.
     Meta group;
     group.addOperation(cusp(2, 0));
     group.addOperation(F::createTranslateOperation(d.path(1), DVector(1, 1)));
-    EXPECT_EQ(1, group.RetreiveSegIndependentInfo(info));
-    EXPECT_EQ(record.get(), info);
+    Info* info = nullptr;
+    ASSERT_EQ(2, group.RetreiveSegIndependentInfo(info));
+    std::unique_ptr<Info> record(info);
+    auto* meta = dynamic_cast<Meta::MetaOpInformation*>(info);
+    ASSERT_NE(nullptr, meta);
     ASSERT_EQ(2, meta->count);
     EXPECT_NE(nullptr, meta->records[0]);
     EXPECT_EQ(nullptr, meta->records[1]);
@@ -138,9 +106,19 @@ TEST(MetaOperation, TheRecordHasAnEntryPerMemberAndIsRefilledInPlace) {
     ASSERT_NE(nullptr, rebuilt);
     EXPECT_EQ(1u, static_cast<Meta*>(rebuilt.get())->getOperations().size());
 
+    // Handed back for a larger group, the same record is refilled (nothing is read past the old array).
+    Meta four;
+    for (int i = 0; i < 4; ++i) {
+        four.addOperation(cusp(0, i));
+    }
+    EXPECT_EQ(1, four.RetreiveSegIndependentInfo(info));
+    EXPECT_EQ(record.get(), info);
+    ASSERT_EQ(4, meta->count);
+    EXPECT_NE(nullptr, meta->records[3]);
+
     // A group whose every member fails to resolve is still handed out, empty.
     Drawing far;
-    EXPECT_EQ(SimplePath::Success, far.path(2)->translate(DVector(500, 500)));
+    EXPECT_EQ(SimplePath::Success, far.path(0)->translate(DVector(500, 500)));
     record->pathSeg = &far.seg;
     std::unique_ptr<SimplePathOperation> none(F::createOperationFromSII(info));
     ASSERT_NE(nullptr, none);
