@@ -64,6 +64,12 @@ TEST(VertexOperations, EachEditReachesItsTripleThroughAnyOfItsVertices) {
     SimplePathLocationTriple const dragged(DPoint(0, 5), DPoint(1, 6), DPoint(4, 7), Mode::Cusp);
     apply(F::createVertexPickOperation(path, SimplePathVertexPickAction(tripleAt(*path, 1), dragged), false));
     EXPECT_EQ(DPoint(4, 7), at(t.last));
+
+    SimplePathLocationTriple const added = curved(DPoint(100, 100), 0.5, Mode::Symmetric);
+    apply(F::createInsertVerticesOperation(path, {added}, 2, false));
+    std::list<SimplePathLocationTriple> now;
+    ASSERT_EQ(SimplePath::Success, path->getLocationTripleList(now));
+    EXPECT_EQ(added, *std::next(now.begin(), 2));
 }
 
 TEST(Factory, NullArgumentsGiveNothingUnlessAShellIsAskedFor) {
@@ -200,21 +206,6 @@ TEST(AverageVertex, MovesTheVertexWithItsHandlesAndMapsItsReferencePointsAgainOn
     average->undoOperation();
     ASSERT_EQ(SimplePathOperation::Success, execute(*average).result);
     expectNear(DPoint(6.0, 12.0), at(t.anchor));
-}
-
-TEST(DeleteVertex, TheLastSegmentTakesThePathWithIt) {
-    Pool pool;
-    SimplePath* const two = addPath(pool, row(2), 0);
-    Op del(F::createDeleteVertexOperation(two, tripleAt(*two, 1).anchor, false));
-    Outcome const run = execute(*del);
-    ASSERT_EQ(SimplePathOperation::Success, run.result);
-    EXPECT_EQ(0, two->numTriples());
-    Paths removed;
-    run.change->simplePathsRemoved(removed);
-    EXPECT_EQ(Paths{two}, removed);
-    std::set<SimplePathVertex*> gone;
-    run.change->simplePathVerticesRemoved(gone);
-    EXPECT_EQ(6u, gone.size()); // dropped in effect: the operation frees them
 }
 
 TEST(JoinVertices, ResultCodesComeInTheirOrder) {
