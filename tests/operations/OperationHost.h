@@ -1,8 +1,7 @@
 #pragma once
 
-// A small host for the operation tests: a design object holding paths, the pick function that finds a
-// path and vertex by coordinates in it, and exact snapshots of paths (serialized bytes plus the vertex
-// objects in order) to compare states bit for bit and object for object.
+// A small host for the operation tests: a design object holding paths, a pick function over it, and
+// exact snapshots of paths (serialized bytes plus the vertex objects in order).
 
 #include <algorithm>
 #include <list>
@@ -62,7 +61,6 @@ inline int pickInDrawing(PathSeg const* drawing, DPoint const& location, double 
     return 0;
 }
 
-// One execution: its result, the paths it reported affected and its change instruction.
 struct Outcome {
     SimplePathOperation::Result result;
     std::list<PHashablePointer<SimplePath>> affected;
@@ -84,7 +82,6 @@ inline std::string bytesOf(SimplePath const& path) {
     return out.str();
 }
 
-// One path exactly: its serialized form and its vertex objects in order.
 struct PathState {
     std::string bytes;
     std::vector<SimplePathVertex*> vertices;
@@ -101,7 +98,7 @@ inline PathState stateOf(SimplePath const& path) {
     return state;
 }
 
-// A drawing's state: every path that holds triples (an emptied path counts as gone).
+// Every path that holds triples (an emptied path counts as gone).
 using DrawingState = std::map<SimplePath const*, PathState>;
 
 template <class Paths> DrawingState drawingState(Paths const& paths) {
@@ -132,9 +129,7 @@ inline SimplePath* addPath(std::vector<std::unique_ptr<SimplePath>>& pool,
     pool.push_back(std::make_unique<SimplePath>());
     SimplePath* const path = pool.back().get();
     for (SimplePathLocationTriple const& t : triples) {
-        SimplePathVertex* f = nullptr;
-        SimplePathVertex* a = nullptr;
-        SimplePathVertex* l = nullptr;
+        SimplePathVertex *f = nullptr, *a = nullptr, *l = nullptr;
         EXPECT_EQ(SimplePath::Success, path->addTriple(t.first, f, t.anchor, a, t.last, l, t.mode));
     }
     path->setStrictClosed(closed);
@@ -161,18 +156,16 @@ struct Drawing {
 
     Drawing() {
         using Mode = SimplePathVertexTriple::VertexTripleMode;
-        std::vector<SimplePathLocationTriple> a, b, c;
+        std::vector<SimplePathLocationTriple> t[3];
         for (int i = 0; i < 5; ++i) {
-            a.push_back(curved(DPoint(20.0 * i, 0.0), 0.1 * i, i == 1 ? Mode::Smooth : Mode::Cusp));
+            t[0].push_back(curved(DPoint(20.0 * i, 0.0), 0.1 * i, i == 1 ? Mode::Smooth : Mode::Cusp));
+            t[1].push_back(curved(DPoint(120.0 + 20.0 * i, 40.0), 0.3 * i));
+            t[2].push_back(curved(DPoint(20.0 * (i % 2), 100.0 + 20.0 * (i / 2)), 0.2 * i, Mode::Symmetric));
         }
-        for (int i = 0; i < 3; ++i) {
-            b.push_back(curved(DPoint(120.0 + 20.0 * i, 40.0), 0.3 * i));
-        }
-        for (int i = 0; i < 4; ++i) {
-            c.push_back(curved(DPoint(20.0 * (i % 2), 100.0 + 20.0 * (i / 2)), 0.2 * i, Mode::Symmetric));
-        }
-        for (auto const* triples : {&a, &b, &c}) {
-            seg.paths.push_back(addPath(pool, *triples, triples == &c ? 1 : 0));
+        t[1].resize(3);
+        t[2].resize(4);
+        for (int k = 0; k < 3; ++k) {
+            seg.paths.push_back(addPath(pool, t[k], k == 2 ? 1 : 0));
         }
     }
     SimplePath* path(int i) const { return seg.paths[static_cast<std::size_t>(i)]; }
