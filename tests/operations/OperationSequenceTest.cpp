@@ -114,9 +114,16 @@ class Sequence {
                                             &F::createSetSymmetricModeOperation,
                                             &F::createSetStraightModeOperation,
                                             &F::createDeleteVertexOperation};
-        int const kind = between(0, 12);
+        int const kind = between(0, 15);
         if (kind < 5) {
             return byVertex[kind](path, randomVertex(*other), false);
+        }
+        std::list<PHashablePointer<SimplePath>> listed{path};
+        switch (kind) { // whole paths, now and then
+        case 13:
+            return F::createTranslateOperation(path, DVector(between(-5, 5), between(-5, 5)));
+        case 14:
+            return chance(0.3) ? F::createDeleteOperation(path) : F::createClosePathsOperation(listed);
         }
         switch (kind) {
         case 5:
