@@ -115,14 +115,6 @@ TEST(MetaOperation, TheRecordHasAnEntryPerMemberAndIsRefilledInPlace) {
     EXPECT_EQ(record.get(), info);
     ASSERT_EQ(4, meta->count);
     EXPECT_NE(nullptr, meta->records[3]);
-
-    // A group whose every member fails to resolve is still handed out, empty.
-    Drawing far;
-    EXPECT_EQ(SimplePath::Success, far.path(0)->translate(DVector(500, 500)));
-    record->pathSeg = &far.seg;
-    std::unique_ptr<SimplePathOperation> none(F::createOperationFromSII(info));
-    ASSERT_NE(nullptr, none);
-    EXPECT_TRUE(static_cast<Meta*>(none.get())->getOperations().empty());
 }
 
 } // namespace
