@@ -3,7 +3,7 @@
 // changes nothing, and each vertex object sits in one place of one path. Under the sanitizers the same
 // sequences catch leaks and double frees.
 
-#include <cmath>
+#include <algorithm>
 #include <limits>
 #include <list>
 #include <memory>
@@ -83,9 +83,10 @@ class Sequence {
                             : live[static_cast<std::size_t>(between(0, static_cast<int>(live.size()) - 1))];
     }
 
-    SimplePathVertexTriple tripleOf(SimplePath const& path) {
-        return tripleAt(path, between(0, path.numTriples() - 1));
+    SimplePathVertexTriple tripleOf(SimplePath const& p) {
+        return tripleAt(p, between(0, p.numTriples() - 1));
     }
+    static DPoint at(SimplePathVertex const* v) { return v->getLocation(); }
 
     SimplePathVertex* randomVertex(SimplePath const& path, bool anchorOnly = false) {
         SimplePathVertexTriple const t = tripleOf(path);
@@ -108,15 +109,14 @@ class Sequence {
         using F = SimplePathOperationFactory;
         // Now and then a vertex of another path: the operation must refuse it.
         SimplePath* const other = chance(0.05) ? randomPath() : path;
-        bool const growing = path->numTriples() < 40;
         using ByVertex = SimplePathOperation* (*)(PHashablePointer<SimplePath>, SimplePathVertex*, bool);
         static ByVertex const byVertex[] = {&F::createSetCuspModeOperation, &F::createSetSmoothModeOperation,
                                             &F::createSetSymmetricModeOperation,
                                             &F::createSetStraightModeOperation,
                                             &F::createDeleteVertexOperation};
         int const kind = between(0, 15);
-        if (kind < 5) {
-            return byVertex[kind](path, randomVertex(*other), false);
+        if (kind < 5 || ((kind == 9 || kind == 10) && path->numTriples() > 40)) { // no endless growth
+            return byVertex[kind % 5](path, randomVertex(*other), false);
         }
         std::list<PHashablePointer<SimplePath>> listed{path};
         switch (kind) { // whole paths, now and then
@@ -139,30 +139,24 @@ class Sequence {
                                                    DPoint(1.0, 0.0), DPoint(1.0, 1.0), code, PBoxForm(),
                                                    false);
         }
-        case 7: {
-            SimplePathLocationTriple target(randomPoint(), randomPoint(), randomPoint(),
-                                            static_cast<Mode>(between(0, 2)));
-            if (chance(0.05)) {
-                target.anchor.x = std::numeric_limits<double>::infinity();
-            }
+        case 7: { // now and then to an infinite anchor
+            DPoint const anchor =
+                chance(0.05) ? DPoint(std::numeric_limits<double>::infinity(), 0.0) : randomPoint();
+            SimplePathLocationTriple const target(randomPoint(), anchor, randomPoint(),
+                                                  static_cast<Mode>(between(0, 2)));
             return F::createChangeVertexOperation(path, tripleOf(*other), target, false);
         }
         case 8: {
             SimplePathVertexTriple const t = tripleOf(*other);
             DVector const drag(between(-6, 6), between(-6, 6));
-            SimplePathLocationTriple const target(
-                t.first->getLocation() + drag, t.anchor->getLocation() + drag, t.last->getLocation(), t.mode);
-            return F::createVertexPickOperation(path, SimplePathVertexPickAction(t, target), false);
+            return F::createVertexPickOperation(
+                path,
+                SimplePathVertexPickAction(t, {at(t.first) + drag, at(t.anchor) + drag, at(t.last), t.mode}),
+                false);
         }
         case 9:
-            if (growing) {
-                return F::createAddVertexAtPositionOperation(path, randomPosition(*path), false);
-            }
-            return F::createDeleteVertexOperation(path, randomVertex(*path, true), false);
+            return F::createAddVertexAtPositionOperation(path, randomPosition(*path), false);
         case 10: {
-            if (!growing) {
-                return F::createSetStraightModeOperation(path, randomVertex(*path), false);
-            }
             std::list<SimplePathLocationTriple> triples;
             for (int i = between(0, 3); i > 0; --i) {
                 triples.push_back(randomTriple(randomPoint()));
@@ -171,10 +165,9 @@ class Sequence {
                                                     false);
         }
         case 11:
-            if (chance(0.3)) {
-                return F::createSplitVertexOperation(path, randomVertex(*path, true));
-            }
-            return F::createSplitVertexOperation(path, randomPosition(*path), nullptr, nullptr, false);
+            return chance(0.3)
+                       ? F::createSplitVertexOperation(path, randomVertex(*path, true))
+                       : F::createSplitVertexOperation(path, randomPosition(*path), nullptr, nullptr, false);
         default: {
             SimplePath* const second = randomPath();
             // Mostly end anchors; now and then any vertex, which is not joinable.
@@ -192,9 +185,7 @@ class Sequence {
         std::list<PHashablePointer<SimplePath>> added;
         change.simplePathsAdded(added);
         for (auto const& p : added) {
-            bool const known =
-                std::any_of(pool.begin(), pool.end(), [&](auto const& q) { return q.get() == p; });
-            if (!known) {
+            if (std::none_of(pool.begin(), pool.end(), [&](auto const& q) { return q.get() == p; })) {
                 pool.emplace_back(p.pointer);
             }
         }
@@ -225,10 +216,8 @@ class Sequence {
         EXPECT_FALSE(run.affected.empty());
         std::list<PHashablePointer<SimplePath>> removed; // a path the edit emptied is reported removed
         run.change->simplePathsRemoved(removed);
-        for (auto const& p : pool) {
-            EXPECT_TRUE(p->numTriples() > 0 || before.count(p.get()) == 0 ||
-                        std::count(removed.begin(), removed.end(), PHashablePointer<SimplePath>(p.get())) >
-                            0);
+        for (auto const& [p, state] : before) {
+            EXPECT_TRUE(p->numTriples() > 0 || std::count(removed.begin(), removed.end(), p) > 0);
         }
         undone.clear(); // a new edit ends the redo history; those operations are undone and free their own
         done.push_back({std::move(op), before, drawingState(pool)});
