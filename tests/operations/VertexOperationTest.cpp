@@ -162,23 +162,6 @@ TEST(VertexOperations, BadInputIsRefusedByTheEditAndChangesNothing) {
     }
 }
 
-TEST(AverageVertex, SixteenCodesEachTakeOneXAndOneYSource) {
-    DPoint const anchor(1.0, 2.0), p0(10.0, 20.0), p1(30.0, 40.0), p2(50.0, 60.0);
-    double const xs[] = {p2.x, p1.x, p0.x, anchor.x};
-    double const ys[] = {p2.y, p1.y, p0.y, anchor.y};
-    for (int xi = 0; xi < 4; ++xi) {
-        for (int yi = 0; yi < 4; ++yi) {
-            auto const code = static_cast<short>((0x10 << xi) | (0x100 << yi));
-            EXPECT_EQ(DPoint(xs[xi], ys[yi]), AverageVertexOperation::alignedAnchor(code, anchor, p0, p1, p2))
-                << code;
-        }
-    }
-    // Two x bits, no x bit, no bits, or a stray bit: the default point.
-    for (short code : {0x30 | 0x100, 0x100, 0, 0x10 | 0x100 | 0x1, 0x10 | 0x100 | 0x1000}) {
-        EXPECT_EQ(DPoint(), AverageVertexOperation::alignedAnchor(code, anchor, p0, p1, p2)) << code;
-    }
-}
-
 // The reference points are mapped into box space once per execution and kept mapped, deliberately: a
 // redo maps them again.
 TEST(AverageVertex, MovesTheVertexWithItsHandlesAndMapsItsReferencePointsAgainOnRedo) {
@@ -201,6 +184,12 @@ TEST(AverageVertex, MovesTheVertexWithItsHandlesAndMapsItsReferencePointsAgainOn
     average->undoOperation();
     ASSERT_EQ(SimplePathOperation::Success, execute(*average).result);
     expectNear(DPoint(6.0, 12.0), at(t.anchor));
+    // The anchor's own coordinates; two x sources (or none, or a stray bit) give the default point.
+    DPoint const p(1.0, 2.0), p0(10.0, 20.0), p1(30.0, 40.0), p2(50.0, 60.0);
+    EXPECT_EQ(DPoint(50.0, 2.0), AverageVertexOperation::alignedAnchor(0x10 | 0x800, p, p0, p1, p2));
+    for (short code : {0x30 | 0x100, 0x100, 0x10 | 0x100 | 0x1000}) {
+        EXPECT_EQ(DPoint(), AverageVertexOperation::alignedAnchor(code, p, p0, p1, p2)) << code;
+    }
 }
 
 TEST(JoinVertices, ResultCodesComeInTheirOrder) {
