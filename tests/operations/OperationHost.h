@@ -18,6 +18,7 @@
 #include "simplepath/interfaces/ArbTrans.h"
 #include "simplepath/interfaces/BinarySerializer.h"
 #include "simplepath/operations/SimplePathOperation.h"
+#include "simplepath/operations/SimplePathOperationFactory.h"
 #include "simplepath/path/SimplePath.h"
 #include "simplepath/path/SimplePathSerializer.h"
 #include "support/PathQueryHelpers.h"
@@ -31,6 +32,12 @@ class PathSeg {
 namespace ops_test {
 
 using support::positionOf;
+using F = SimplePathOperationFactory;
+using Op = std::unique_ptr<SimplePathOperation>;
+using Info = SimplePathOperation::SegmentIndependentInformation;
+using Mode = SimplePathVertexTriple::VertexTripleMode;
+using Paths = std::list<PHashablePointer<SimplePath>>;
+using Pool = std::vector<std::unique_ptr<SimplePath>>;
 
 // Finds, within the tolerance of the location, an anchor of any path, else a handle, else a point of a
 // path's curve (the path with a null vertex). Paths are searched in the drawing's order.

@@ -17,11 +17,7 @@ using namespace ops_test;
 
 namespace {
 
-using F = SimplePathOperationFactory;
-using Op = std::unique_ptr<SimplePathOperation>;
-using Info = SimplePathOperation::SegmentIndependentInformation;
-using Mode = SimplePathVertexTriple::VertexTripleMode;
-using Paths = std::list<PHashablePointer<SimplePath>>;
+using Meta = SimplePathMetaOperation;
 
 // Every path of the drawing, then every path the edit added, serialized.
 std::vector<std::string> outcome(Drawing const& drawing, SimplePathChangeInstruction const& change) {
@@ -149,6 +145,40 @@ TEST(OperationRecords, BadRecordsRebuildIntoNothing) {
     EXPECT_EQ(nullptr, Op(F::createOperationFromSII(record.get())));
     record->pickCallback = &pickInDrawing;
     EXPECT_NE(nullptr, Op(F::createOperationFromSII(record.get())));
+}
+
+TEST(MetaOperation, TheRecordHasAnEntryPerMemberAndIsRefilledInPlace) {
+    Drawing d;
+    auto cusp = [&](int p, int i) {
+        return F::createSetCuspModeOperation(d.path(p), d.triple(p, i).anchor, false);
+    };
+    // A member without a record leaves an empty entry and is skipped on rebuild.
+    Meta group;
+    group.addOperation(cusp(2, 0));
+    group.addOperation(F::createTranslateOperation(d.path(1), DVector(1, 1)));
+    Info* info = nullptr;
+    ASSERT_EQ(2, group.RetreiveSegIndependentInfo(info));
+    std::unique_ptr<Info> record(info);
+    auto* meta = dynamic_cast<Meta::MetaOpInformation*>(info);
+    ASSERT_NE(nullptr, meta);
+    ASSERT_EQ(2, meta->count);
+    EXPECT_NE(nullptr, meta->records[0]);
+    EXPECT_EQ(nullptr, meta->records[1]);
+    record->pathSeg = &d.seg;
+    record->pickCallback = &pickInDrawing;
+    std::unique_ptr<SimplePathOperation> rebuilt(F::createOperationFromSII(info));
+    ASSERT_NE(nullptr, rebuilt);
+    EXPECT_EQ(1u, static_cast<Meta*>(rebuilt.get())->getOperations().size());
+
+    // Handed back for a larger group, the same record is refilled (nothing is read past the old array).
+    Meta four;
+    for (int i = 0; i < 4; ++i) {
+        four.addOperation(cusp(0, i));
+    }
+    EXPECT_EQ(1, four.RetreiveSegIndependentInfo(info));
+    EXPECT_EQ(record.get(), info);
+    ASSERT_EQ(4, meta->count);
+    EXPECT_NE(nullptr, meta->records[3]);
 }
 
 } // namespace

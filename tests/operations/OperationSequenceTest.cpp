@@ -19,8 +19,6 @@ using namespace ops_test;
 
 namespace {
 
-using Mode = SimplePathVertexTriple::VertexTripleMode;
-
 struct Entry {
     std::unique_ptr<SimplePathOperation> op;
     DrawingState before;

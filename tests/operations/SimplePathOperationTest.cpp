@@ -1,11 +1,13 @@
-// Each vertex operation hands its edit to the right path primitive (whose geometry the edit tests
-// check) and reports the right result; undo and redo are left to the random sequences except where
-// those rarely reach.
+// Each operation hands its edit to the right path primitive (whose geometry the edit tests check) and
+// reports the right result; undo and redo are left to the random sequences except where those rarely
+// reach. Whole-path operations have no record; a group runs its members front to back, stops at the
+// first failure, undoes back to front and owns its members.
 
+#include <cmath>
 #include <limits>
 #include <list>
 #include <memory>
-#include <set>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -15,17 +17,13 @@
 #include "simplepath/edit/SimplePathChangeInstruction.h"
 #include "simplepath/operations/AverageVertexOperation.h"
 #include "simplepath/operations/JoinSimplePathVerticesOperation.h"
+#include "simplepath/operations/SimplePathMetaOperation.h"
 #include "simplepath/operations/SimplePathOperationFactory.h"
 
 using namespace ops_test;
 
 namespace {
 
-using F = SimplePathOperationFactory;
-using Op = std::unique_ptr<SimplePathOperation>;
-using Mode = SimplePathVertexTriple::VertexTripleMode;
-using Paths = std::list<PHashablePointer<SimplePath>>;
-using Pool = std::vector<std::unique_ptr<SimplePath>>;
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 std::vector<SimplePathLocationTriple> row(int n, double y = 0.0) {
@@ -233,6 +231,212 @@ TEST(JoinVertices, ResultCodesComeInTheirOrder) {
     ASSERT_EQ(SimplePathOperation::Success, execute(*join).result);
     EXPECT_EQ(joined, join->getJoinedPath());
     EXPECT_EQ(after, drawingState(pool)); // dropped in effect: the merged-away triple is the operation's
+}
+
+// The host's drawing under the names these tests use.
+struct Fixture : Drawing {
+    SimplePath* open = path(0);
+    SimplePath* other = path(1);
+    SimplePath* closed = path(2);
+    DrawingState state() const { return drawingState(pool); }
+};
+
+// Both record calls answer -1 and clear the caller's pointer without freeing what it pointed to.
+void expectNoRecord(SimplePathOperation& op) {
+    Info kept;
+    for (int call = 0; call < 2; ++call) {
+        Info* info = &kept;
+        EXPECT_EQ(-1, call == 0 ? op.RetreiveSegIndependentInfo(info) : op.ApplySegIndependentInfo(info));
+        EXPECT_EQ(nullptr, info);
+    }
+}
+
+std::vector<DPoint> pointsOf(SimplePath const& path) {
+    std::vector<DPoint> out;
+    for (SimplePathVertexTriple const& t : path.getTripleList()) {
+        out.insert(out.end(), {t.first->getLocation(), t.anchor->getLocation(), t.last->getLocation()});
+    }
+    return out;
+}
+
+TEST(PathLevelOperations, TranslateAndTheTwoTransformsMoveEveryPoint) {
+    Fixture f;
+    DPoint const centre(7.0, -3.0);
+    double const c = std::cos(0.3), s = std::sin(0.3);
+    struct Mirror : ArbTrans<DPoint> {
+        DPoint transform(DPoint const& p) const override { return DPoint(-p.x, p.y); }
+        DPoint reverseTransform(DPoint const& p) const override { return DPoint(-p.x, p.y); }
+    } mirror;
+    std::pair<SimplePathOperation*, DPoint (*)(DPoint const&, double, double)> const cases[] = {
+        {F::createTranslateOperation(f.open, DVector(2.5, -4.0)),
+         [](DPoint const& p, double, double) { return DPoint(p.x + 2.5, p.y - 4.0); }},
+        {F::createTransformOperation(f.open, P2DTrans(2.0 * c, -2.0 * s, 2.0 * s, 2.0 * c), centre),
+         [](DPoint const& p, double c, double s) {
+             double const x = p.x - 7.0, y = p.y + 3.0;
+             return DPoint(7.0 + 2.0 * (c * x - s * y), -3.0 + 2.0 * (s * x + c * y));
+         }},
+        {F::createTransformOperation(f.open, &mirror),
+         [](DPoint const& p, double, double) { return DPoint(-p.x, p.y); }},
+    };
+    PathState const before = stateOf(*f.open);
+    std::vector<DPoint> const start = pointsOf(*f.open);
+    for (auto const& [made, expect] : cases) {
+        Op op(made);
+        expectNoRecord(*op);
+        Outcome const run = execute(*op);
+        ASSERT_EQ(SimplePathOperation::Success, run.result);
+        EXPECT_EQ(Paths{f.open}, run.affected);
+        std::vector<DPoint> const got = pointsOf(*f.open);
+        ASSERT_EQ(start.size(), got.size());
+        for (std::size_t i = 0; i < got.size(); ++i) {
+            DPoint const want = expect(start[i], c, s);
+            EXPECT_NEAR(want.x, got[i].x, 1e-12 * (1.0 + std::fabs(want.x)));
+            EXPECT_NEAR(want.y, got[i].y, 1e-12 * (1.0 + std::fabs(want.y)));
+        }
+        op->undoOperation();
+        EXPECT_EQ(before, stateOf(*f.open));
+    }
+}
+
+TEST(PathLevelOperations, CloseClosesEveryListedPathAndReportsThemInOrder) {
+    Fixture f;
+    Paths three{f.other, f.open, f.closed};
+    Op op(F::createClosePathsOperation(three));
+    expectNoRecord(*op);
+    Outcome const run = execute(*op);
+    ASSERT_EQ(SimplePathOperation::Success, run.result);
+    EXPECT_EQ(three, run.affected);
+    EXPECT_NE(0, f.open->isClosedSimplePath() * f.other->isClosedSimplePath());
+}
+
+TEST(PathLevelOperations, ACurvedSliceRecordsTheReplacementAndMapsPositionsOntoTheFirstPiece) {
+    Fixture f;
+    SimplePath pieceA, pieceB;
+    Op op(F::createCurvedSlicePathOperation({f.open, f.closed}, {&pieceA, &pieceB}));
+    expectNoRecord(*op);
+    Outcome const run = execute(*op);
+    ASSERT_EQ(SimplePathOperation::Success, run.result);
+    Paths removed, added;
+    run.change->simplePathsRemoved(removed);
+    run.change->simplePathsAdded(added);
+    EXPECT_EQ((Paths{f.open, f.closed}), removed);
+    EXPECT_EQ(removed, run.affected);
+    EXPECT_EQ((Paths{&pieceA, &pieceB}), added);
+    EXPECT_EQ(&pieceA, run.change->translate({f.open, positionOf(*f.open, 1, 0.25)}).first.getPointer());
+    op->undoOperation();
+}
+
+// Refused cuts and bad input change nothing once undone; a null transform fails after taking its
+// memento, so a second execution is refused until undo. A null handle ends the walk of a close.
+TEST(PathLevelOperations, RefusedSlicesAndBadInputChangeNothing) {
+    Fixture f;
+    DrawingState const before = f.state();
+    SimplePathPosition const a = positionOf(*f.closed, 1, 0.0);
+    SimplePathPosition const b = positionOf(*f.closed, 0, 0.7); // nearest anchor: 1 as well
+    SimplePathPosition const far = positionOf(*f.closed, 1000, 0.0);
+    SimplePathPosition const nan = positionOf(*f.closed, 2, std::numeric_limits<double>::quiet_NaN());
+    SimplePath empty;
+    Paths none, withNull{f.open, nullptr, f.other};
+    EXPECT_EQ(nullptr, F::createDeleteOperation(nullptr));
+    // A position past the end leads to the first anchor; a parameter that is no number to its
+    // segment's start: both cut.
+    std::pair<SimplePathOperation::Result, SimplePathOperation*> const cases[] = {
+        {SimplePathOperation::DegenerateSlice, F::createSlicePathOperation(f.closed, a, f.closed, a)},
+        {SimplePathOperation::DegenerateSlice, F::createSlicePathOperation(f.closed, a, f.closed, b)},
+        {SimplePathOperation::MementoFailed, F::createSlicePathOperation(nullptr, a, f.closed, b)},
+        {SimplePathOperation::MementoFailed, F::createSlicePathOperation(f.closed, a, nullptr, b)},
+        {SimplePathOperation::EditFailed, F::createSlicePathOperation(&empty, a, f.closed, b)},
+        {SimplePathOperation::Success, F::createSlicePathOperation(f.closed, far, f.closed, a)},
+        {SimplePathOperation::Success, F::createSlicePathOperation(f.closed, nan, f.open, a)},
+        {SimplePathOperation::EditFailed,
+         F::createTransformOperation(f.closed, static_cast<ArbTrans<DPoint>*>(nullptr))},
+        {SimplePathOperation::EditFailed, F::createClosePathsOperation(none)},
+        {SimplePathOperation::MementoFailed, F::createClosePathsOperation(withNull)},
+        {SimplePathOperation::EditFailed, F::createCurvedSlicePathOperation({f.open}, {})},
+        {SimplePathOperation::EditFailed, F::createCurvedSlicePathOperation({}, {f.other})},
+    };
+    for (auto const& [expected, made] : cases) {
+        Op op(made);
+        ASSERT_NE(nullptr, op);
+        expectNoRecord(*op);
+        Outcome const run = execute(*op);
+        EXPECT_EQ(expected, run.result);
+        if (expected == SimplePathOperation::EditFailed) {
+            EXPECT_TRUE(run.affected.empty());
+            EXPECT_EQ(expected, execute(*op).result);
+        }
+        op->undoOperation();
+        EXPECT_EQ(before, f.state());
+        op.reset();
+        Paths added; // reported added: the host's to free
+        run.change->simplePathsAdded(added);
+        for (auto const& p : added) {
+            delete p.pointer;
+        }
+    }
+}
+
+using Meta = SimplePathMetaOperation;
+using Log = std::vector<std::string>;
+
+// A member that writes what happens to it into a shared log and answers with a set result.
+class Probe : public SimplePathOperation {
+  public:
+    Probe(Log& log, std::string name, SimplePath* path = nullptr, Result answer = Success)
+        : log(log), name(std::move(name)), path(path), answer(answer) {}
+    ~Probe() override { log.push_back("~" + name); }
+    Result executeOperation(Paths& affected, SimplePathChangeInstruction&) override {
+        log.push_back("do " + name);
+        if (answer == Success && path != nullptr) {
+            affected.push_back(path);
+        }
+        return answer;
+    }
+    int RetreiveSegIndependentInfo(Info*& info) override {
+        info = nullptr;
+        return -1;
+    }
+    int ApplySegIndependentInfo(Info*&) override { return 0; }
+    void undoOperation() override { log.push_back("undo " + name); }
+
+  private:
+    Log& log;
+    std::string name;
+    SimplePath* path;
+    Result answer;
+};
+
+TEST(MetaOperation, RunsInOrderStopsAtTheFirstFailureAndOwnsItsMembers) {
+    Log log;
+    SimplePath a, b, c;
+    SimplePathChangeInstruction change;
+    auto* after = new Probe(log, "after");
+    {
+        Meta group;
+        group.addOperation(new Probe(log, "1", &a));
+        group.addOperation(nullptr);
+        group.addOperationList({new Probe(log, "2", &b), nullptr, after}); // taken up to the first null
+        EXPECT_EQ(2u, group.getOperations().size());
+        EXPECT_TRUE(Meta(group).getOperations().empty()); // a copy starts empty: one owner per member
+        Paths affected{&b};
+        EXPECT_EQ(SimplePathOperation::Success, group.executeOperation(affected, change));
+        EXPECT_EQ((Paths{&b, &a, &b}), affected); // appended in member order
+        group.undoOperation();
+    }
+    EXPECT_EQ((Log{"do 1", "do 2", "undo 2", "undo 1", "~2", "~1"}), log);
+    delete after; // never taken: still the caller's
+
+    log.clear();
+    {
+        Meta group;
+        group.addOperation(new Probe(log, "1", &a));
+        group.addOperation(new Probe(log, "2", &b, SimplePathOperation::NotJoinable));
+        group.addOperation(new Probe(log, "3", &c));
+        Paths affected;
+        EXPECT_EQ(SimplePathOperation::NotJoinable, group.executeOperation(affected, change));
+        EXPECT_EQ(Paths{&a}, affected);
+    }
+    EXPECT_EQ((Log{"do 1", "do 2", "~3", "~2", "~1"}), log);
 }
 
 } // namespace
