@@ -118,7 +118,7 @@ template <class Paths> DrawingState drawingState(Paths const& paths) {
     return out;
 }
 
-// Every vertex object sits in exactly one place of one path.
+// Every vertex object sits in one place of one path.
 template <class Paths> bool eachVertexOnce(Paths const& paths) {
     std::set<SimplePathVertex*> seen;
     std::size_t slots = 0;
@@ -143,7 +143,7 @@ inline SimplePath* addPath(std::vector<std::unique_ptr<SimplePath>>& pool,
     return path;
 }
 
-// A curved triple at `anchor`, its handles leaning so that no two segments are alike.
+// A curved triple at `anchor`, leaning so that no two segments are alike.
 inline SimplePathLocationTriple
 curved(DPoint const& anchor, double lean,
        SimplePathVertexTriple::VertexTripleMode mode = SimplePathVertexTriple::Cusp) {

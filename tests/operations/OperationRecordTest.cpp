@@ -119,11 +119,6 @@ class ForeignRecord : public Info {
     int tag;
 };
 
-int findsNothing(PathSeg const*, DPoint const&, double, PHashablePointer<SimplePath>&, SimplePathVertex*&,
-                 int&) {
-    return 0;
-}
-
 TEST(OperationRecords, BadRecordsRebuildIntoNothing) {
     Drawing d;
     EXPECT_EQ(nullptr, Op(F::createOperationFromSII(nullptr)));
@@ -141,7 +136,8 @@ TEST(OperationRecords, BadRecordsRebuildIntoNothing) {
     EXPECT_EQ(nullptr, Op(F::createOperationFromSII(record.get()))); // no design object
     record->pathSeg = &d.seg;
     EXPECT_EQ(nullptr, Op(F::createOperationFromSII(record.get()))); // no pick function
-    record->pickCallback = &findsNothing;
+    record->pickCallback = [](PathSeg const*, DPoint const&, double, PHashablePointer<SimplePath>&,
+                              SimplePathVertex*&, int&) { return 0; }; // finds nothing
     EXPECT_EQ(nullptr, Op(F::createOperationFromSII(record.get())));
     record->pickCallback = &pickInDrawing;
     EXPECT_NE(nullptr, Op(F::createOperationFromSII(record.get())));
