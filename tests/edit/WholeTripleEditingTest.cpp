@@ -27,19 +27,4 @@ TEST(AdoptTriple, TakesTheVerticesAsTheyStandAndRefusesWhatWouldHaveTwoOwners) {
     EXPECT_EQ(4, path.numTriples());
 }
 
-TEST(DeleteSimplePath, ReportsEveryVertexAndThePathAndLeavesTheObjectEmpty) {
-    SimplePath path = wiggly(3, 1);
-    auto const vertices = verticesOf({&path});
-    SimplePathChangeInstruction change;
-    ASSERT_EQ(SimplePath::Success, SimplePath::deleteSimplePath(&path, change));
-    EXPECT_EQ(0, path.numTriples());
-    EXPECT_EQ(1, path.isClosedSimplePath());
-    EXPECT_EQ(vertices, removed(change));
-    EXPECT_EQ(Paths{&path}, removedPaths(change));
-    freeRemoved(change);
-    SimplePathChangeInstruction untouched;
-    EXPECT_EQ(SimplePath::Failure, SimplePath::deleteSimplePath(nullptr, untouched));
-    EXPECT_TRUE(removed(untouched).empty());
-}
-
 } // namespace
