@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <list>
 #include <memory>
 #include <vector>
 
@@ -8,6 +9,7 @@
 #include "simplepath/edit/InsertAnchorsTransform.h"
 #include "simplepath/edit/ReverseShiftPositionTransform.h"
 #include "simplepath/edit/RotateTransform.h"
+#include "simplepath/edit/SimplePathChangeInstruction.h"
 #include "simplepath/edit/SimplePathVertexOpTransforms.h"
 #include "simplepath/edit/SplitAnchorTransform.h"
 #include "simplepath/edit/SplitSegmentTransform.h"
@@ -89,4 +91,34 @@ TEST(PositionTransform, DeleteAnchorRules) {
     EXPECT_FALSE(RotateTransform(&a, 1, 0).isValid());
     check(RotateTransform(&a, 1, 0), {{2, 0.5, &a, 2, 0.5}});
     EXPECT_EQ(nullptr, SimplePathVertexOpTransforms::createSplitClosedPathTransform(&a, 3, 0));
+}
+
+// Copies share the recorded transforms and each is freed once, by the last holder; recording into a copy
+// leaves the original as it was. A removed path without a replacement translates to nothing.
+TEST(ChangeInstruction, CopiesShareTransformsAndFreeEachOnce) {
+    int deleted = 0;
+    auto* twice = new support::CountedTransform(&deleted, 1);
+    auto original = std::make_unique<SimplePathChangeInstruction>();
+    EXPECT_FALSE(original->insertPositionTransform(nullptr));
+    EXPECT_TRUE(original->insertPositionTransform(twice));
+    EXPECT_TRUE(original->insertPositionTransform(new support::CountedTransform(&deleted, 10)));
+    EXPECT_TRUE(original->insertPositionTransform(twice)); // applied again, owned once
+    {
+        SimplePathChangeInstruction copy(*original);
+        copy.insertPositionTransform(new support::CountedTransform(&deleted, 100));
+        EXPECT_EQ(112, copy.translate(pairOn(&a, 0, 0.5)).second.getIndex());
+        EXPECT_EQ(12, original->translate(pairOn(&a, 0, 0.5)).second.getIndex());
+        original.reset();
+        EXPECT_EQ(0, deleted);
+        SimplePathChangeInstruction const copyOfCopy(copy);
+        std::list<support::PathPosition> pairs{pairOn(&a, 0, 0.5)}; // the list form, in place
+        copyOfCopy.translate(pairs);
+        EXPECT_EQ(112, pairs.front().second.getIndex());
+    }
+    EXPECT_EQ(3, deleted);
+    SimplePathChangeInstruction change;
+    change.insertRemoved(PHashablePointer<SimplePath>(&a));
+    std::list<PHashablePointer<SimplePath>> out(1);
+    change.translate(PHashablePointer<SimplePath>(&a), out);
+    EXPECT_TRUE(out.empty());
 }

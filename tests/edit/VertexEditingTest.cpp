@@ -3,11 +3,11 @@
 #include <cmath>
 #include <functional>
 #include <limits>
-#include <list>
 #include <vector>
 
 #include "EditingHelpers.h"
 #include "simplepath/interfaces/ArbTrans.h"
+#include "simplepath/path/SimplePathDPointVertex.h"
 
 using namespace editing;
 
@@ -125,68 +125,38 @@ TEST(ModeSetting, FormulasConstantsAndNeighbours) {
     }
 }
 
-// Every point is mapped and the modes stay, even where bending the plane, (x, y) -> (x + y^2, y), brings
-// aligned handles out of line; an unknown mode becomes Cusp there, but not under a turn or a scale.
-TEST(PathTransforms, MapEveryPointAndKeepAlignedModes) {
+// Bending the plane, (x, y) -> (x + y^2, y), brings aligned handles out of line, yet the modes stay; an
+// unknown mode becomes Cusp there, but not under a scale. (Dragging a segment is left to the tool's tests.)
+TEST(PathTransforms, KeepAlignedModesAndOnlyABendDropsAnUnknownOne) {
     struct Bend : ArbTrans<DPoint> {
         DPoint transform(DPoint const& p) const override { return {p.x + p.y * p.y, p.y}; }
         DPoint reverseTransform(DPoint const& p) const override { return {p.x - p.y * p.y, p.y}; }
     };
     std::vector<Loc> const triples = {{{-1, -1}, {0, 0}, {1, 1}, Mode::Smooth},
-                                      {{9, -1}, {10, 0}, {11, 1}, Mode::Symmetric},
                                       {{29, 1}, {30, 0}, {31, 2}, static_cast<Mode>(7)}};
-    SimplePath bent = makePath(triples);
+    SimplePath bent = makePath(triples), scaled = makePath(triples);
     ASSERT_EQ(SimplePath::Success, bent.transform(Bend()));
-    Mode const modes[] = {Mode::Smooth, Mode::Symmetric, Mode::Cusp};
-    for (std::size_t i = 0; i < triples.size(); ++i) {
-        Loc const& was = triples[i];
-        EXPECT_EQ((Loc{Bend().transform(was.first), Bend().transform(was.anchor), Bend().transform(was.last),
-                       modes[i]}),
-                  locationsOf(bent)[i]);
-    }
-    SimplePath moved = makePath(triples);
-    moved.scale(2, 3);
-    EXPECT_EQ((Loc{{18, -3}, {20, 0}, {22, 3}, Mode::Symmetric}), locationsOf(moved)[1]);
-    EXPECT_EQ(static_cast<Mode>(7), locationsOf(moved)[2].mode);
+    scaled.scale(2, 3);
+    EXPECT_EQ((Loc{{0, -1}, {0, 0}, {2, 1}, Mode::Smooth}), locationsOf(bent)[0]);
+    EXPECT_EQ(Mode::Cusp, locationsOf(bent)[1].mode);
+    EXPECT_EQ((Loc{{58, 3}, {60, 0}, {62, 6}, static_cast<Mode>(7)}), locationsOf(scaled)[1]);
 }
 
-// The dragged segment passes through the target; every vertex object is new and every mode inferred
-// afresh; the segments away from the drag keep their shape (a closed path's closing segment included).
-TEST(DragToPoint, PassesThroughTheTargetAndRebuildsThePath) {
-    struct Row {
-        int closed, index;
-        double t;
-        DVector pull;
-        int untouched; // a triple whose three locations stay
-    } const rows[] = {
-        {1, 1, 0.4, {0.7, 2.1}, 0},   // the closing segment, not dragged, keeps its shape
-        {1, 3, 0.5, {-1.5, 3.0}, 1},  // the closing segment, dragged
-        {1, 0, 0.0, {-3.0, -7.0}, 2}, // the first anchor of a closed path
-    };
-    for (Row const& row : rows) {
-        SCOPED_TRACE(row.index * 10 + row.closed);
-        SimplePath path = wiggly(4, row.closed, Mode::Symmetric); // so that re-inferred modes show
-        std::vector<Loc> const triples = locationsOf(path);
-        auto const old = verticesOf({&path});
-        DPoint const target = pointAt(path, row.index, row.t) + row.pull;
-        ASSERT_EQ(SimplePath::Success, path.dragToPoint(at(path, row.index, row.t), target));
-
-        EXPECT_EQ(row.closed, path.isClosedSimplePath());
-        ASSERT_EQ(4, path.numTriples());
-        // The position's location lies on the curve at t, so t is its nearest parameter, where the dragged
-        // curve must now pass through the target.
-        EXPECT_LT(distance(pointAt(path, row.index, row.t), target), 1e-9);
-        for (SimplePathVertex* v : verticesOf({&path})) {
-            EXPECT_EQ(0u, old.count(v));
-        }
-        auto const now = locationsOf(path);
-        for (Loc const& t : now) {
-            EXPECT_EQ(SimplePathVertexTriple::inferTripleMode(t.first, t.anchor, t.last), t.mode);
-        }
-        Loc const& was = triples[static_cast<std::size_t>(row.untouched)];
-        Loc const& is = now[static_cast<std::size_t>(row.untouched)];
-        EXPECT_EQ((Loc{was.first, was.anchor, was.last, is.mode}), is);
+TEST(AdoptTriple, TakesTheVerticesAsTheyStandAndRefusesWhatWouldHaveTwoOwners) {
+    SimplePath path = wiggly(3);
+    SimplePathVertexTriple const made(new SimplePathDPointVertex(DPoint(1, 2)),
+                                      new SimplePathDPointVertex(DPoint(3, 4)),
+                                      new SimplePathDPointVertex(DPoint(5, 6)), Mode::Symmetric);
+    SimplePathVertexTriple const held = path.getTripleList()[1];
+    EXPECT_EQ(SimplePath::Failure, path.adoptTriple(made, 4));
+    for (SimplePathVertex* anchor : {held.anchor, static_cast<SimplePathVertex*>(nullptr), made.first}) {
+        EXPECT_EQ(SimplePath::Failure,
+                  path.adoptTriple(SimplePathVertexTriple(made.first, anchor, made.last, Mode::Cusp), 0));
     }
+    ASSERT_EQ(SimplePath::Success, path.adoptTriple(made, -5)); // the front
+    EXPECT_EQ(made, path.getTripleList()[0]);
+    EXPECT_EQ(SimplePath::Failure, path.adoptTriple(made, 2)); // already held
+    EXPECT_EQ(4, path.numTriples());
 }
 
 // Vertices that name no suitable triple (a handle or a foreign anchor, three vertices of different
