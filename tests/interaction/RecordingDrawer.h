@@ -5,7 +5,6 @@
 #include "support/PathHelpers.h"
 
 #include <array>
-#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -16,21 +15,6 @@ namespace recording {
 
 using Mode = SimplePathVertexTriple::VertexTripleMode;
 using Triple = std::array<DPoint, 3>;
-
-inline std::string text(DPoint const& p) {
-    char buffer[64];
-    std::snprintf(buffer, sizeof buffer, "(%.17g %.17g)", p.x, p.y);
-    return buffer;
-}
-
-// The log entries separated by "; ", for comparing a whole log with one string.
-inline std::string joined(std::vector<std::string> const& log) {
-    std::string out;
-    for (std::string const& line : log) {
-        out += (out.empty() ? "" : "; ") + line;
-    }
-    return out;
-}
 
 inline int& liveReps() {
     static int count = 0;
@@ -47,7 +31,7 @@ class Rep : public SimplePathDrawer::CurveRep {
     char const* getType() const override { return "Rep"; }
     void addTriple(DPoint const& before, DPoint const& anchor, DPoint const& after) override {
         triples.push_back({before, anchor, after});
-        say("add " + text(before) + " " + text(anchor) + " " + text(after));
+        say("add");
     }
     void popBackTriple() override { say("pop"); }
     void setOpen() override { say("open", 0); }
@@ -74,7 +58,6 @@ struct Call {
     int closed = -1;
     std::vector<Mode> modeValues; // as many modes as the drawer was told to read
     int first = 0, second = 0;
-    bool wrapped = false; // the rep was a wrapper around a recording rep
 };
 
 class Drawer : public SimplePathDrawer {
@@ -100,8 +83,8 @@ class Drawer : public SimplePathDrawer {
     }
     void drawEditedTriple(DPoint const& before, DPoint const& anchor, DPoint const& after,
                           Mode* mode) override {
-        log.push_back("drawEditedTriple " + text(before) + " " + text(anchor) + " " + text(after));
-        calls.push_back({"drawEditedTriple", {}, -1, {}, 0, 0, false});
+        log.push_back("drawEditedTriple");
+        calls.push_back({"drawEditedTriple", {{before, anchor, after}}, -1, {}, 0, 0});
         if (mode != nullptr) {
             calls.back().modeValues.push_back(*mode);
         }
@@ -111,7 +94,7 @@ class Drawer : public SimplePathDrawer {
     Call& record(char const* what, CurveRep* rep) {
         log.push_back(what);
         CurveRep* target = rep != nullptr && rep->getFinalRep() != nullptr ? rep->getFinalRep() : rep;
-        calls.push_back({what, {}, -1, {}, 0, 0, target != rep});
+        calls.push_back({what, {}, -1, {}, 0, 0});
         if (auto* r = dynamic_cast<Rep*>(target)) {
             calls.back().triples = r->triples;
             calls.back().closed = r->closed;
