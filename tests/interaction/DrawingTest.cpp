@@ -11,10 +11,9 @@ SimplePath makePath(int n, int closed) {
     return pathOf(n, closed, [](int i) { return static_cast<Mode>(i % 3); });
 }
 
-// Fills a rep from triples first..last and checks the points and modes; returns the log.
-std::vector<std::string> expectFilled(SimplePath const& path, int from, int to, int first, int last) {
-    std::vector<std::string> log;
-    Rep rep(&log, 0);
+// Fills a rep from triples first..last and checks the points and modes; returns the rep's events.
+std::string expectFilled(SimplePath const& path, int from, int to, int first, int last) {
+    Rep rep;
     Mode* modes = nullptr;
     bool const whole = from < 0 && to < 0;
     whole ? path.initializeDrawerCurveRep(rep, &modes) : path.initializeDrawerCurveRep(rep, from, to, &modes);
@@ -24,37 +23,31 @@ std::vector<std::string> expectFilled(SimplePath const& path, int from, int to, 
         EXPECT_EQ(modes[i - first], static_cast<Mode>(i % 3));
     }
     delete[] modes;
-    return log;
+    return rep.events;
 }
 
 // The whole path sets its open or closed flag once, after the last triple, even when empty; a range
 // clamps, never wraps, leaves the flag alone, and when empty allocates no modes.
 TEST(DrawerCurveRep, WholePathAndRangesFillTheirTriples) {
     for (int closed : {0, 1}) {
-        std::vector<std::string> const log = expectFilled(makePath(4, closed), -1, -1, 0, 3);
-        EXPECT_EQ(log[4], closed ? "rep0 closed" : "rep0 open");
-        EXPECT_EQ(log.size(), 6u); // four triples, the flag, and the delete
+        EXPECT_EQ(expectFilled(makePath(4, closed), -1, -1, 0, 3), closed ? "aaaac" : "aaaao");
         SimplePath empty;
         empty.setStrictClosed(closed);
-        Rep none(nullptr, 1);
-        Mode* noModes = nullptr;
-        empty.initializeDrawerCurveRep(none, closed ? &noModes : nullptr);
-        EXPECT_EQ(none.closed, closed);
-        delete[] noModes;
+        EXPECT_EQ(expectFilled(empty, -1, -1, 0, -1), closed ? "c" : "o");
     }
     SimplePath const path = makePath(5, 1);
     struct Case {
         int from, to, first, last;
     } const cases[] = {{-3, 2, 0, 2}, {3, 99, 3, 4}, {9, 9, 4, 4}};
     for (Case const c : cases) {
-        EXPECT_EQ(expectFilled(path, c.from, c.to, c.first, c.last).size(), c.last - c.first + 2u);
+        EXPECT_EQ(expectFilled(path, c.from, c.to, c.first, c.last), std::string(c.last - c.first + 1u, 'a'));
     }
     Mode dummy = SimplePathVertexTriple::Cusp;
     Mode *modes = &dummy, *none = &dummy;
-    Rep rep(nullptr, 0);
+    Rep rep;
     path.initializeDrawerCurveRep(rep, 4, 1, &modes);
     SimplePath().initializeDrawerCurveRep(rep, 0, 3, &none);
-    EXPECT_TRUE(modes == nullptr && none == nullptr && rep.triples.empty() && rep.closed == -1);
+    EXPECT_TRUE(modes == nullptr && none == nullptr && rep.events.empty());
 }
 
 } // namespace

@@ -23,32 +23,20 @@ inline int& liveReps() {
 
 class Rep : public SimplePathDrawer::CurveRep {
   public:
-    Rep(std::vector<std::string>* log, int id) : log_(log), id_(id) { ++liveReps(); }
-    ~Rep() override {
-        --liveReps();
-        say("delete");
-    }
+    Rep() { ++liveReps(); }
+    ~Rep() override { --liveReps(); }
     char const* getType() const override { return "Rep"; }
     void addTriple(DPoint const& before, DPoint const& anchor, DPoint const& after) override {
         triples.push_back({before, anchor, after});
-        say("add");
+        events += 'a';
     }
-    void popBackTriple() override { say("pop"); }
-    void setOpen() override { say("open", 0); }
-    void setClosed() override { say("closed", 1); }
+    void popBackTriple() override { events += 'p'; }
+    void setOpen() override { events += 'o', closed = 0; }
+    void setClosed() override { events += 'c', closed = 1; }
 
     std::vector<Triple> triples;
-    int closed = -1; // until setOpen or setClosed is called
-
-  private:
-    void say(std::string const& what, int flag = -2) {
-        closed = flag == -2 ? closed : flag;
-        if (log_ != nullptr) {
-            log_->push_back("rep" + std::to_string(id_) + " " + what);
-        }
-    }
-    std::vector<std::string>* log_;
-    int id_;
+    std::string events; // 'a'dded, 'p'opped, set 'o'pen or 'c'losed, in order
+    int closed = -1;    // until setOpen or setClosed is called
 };
 
 // One drawing call with a snapshot of the (innermost) rep it was given.
@@ -64,12 +52,12 @@ class Drawer : public SimplePathDrawer {
   public:
     bool modesPerTriple = false; // drawCurveVertices reads a mode per triple of the rep, else only one
     bool refuseReps = false;
-    std::vector<std::string> log;
+    int made = 0;
     std::vector<Call> calls;
 
     CurveRep* makeCurveRep() override {
-        log.push_back("make");
-        return refuseReps ? nullptr : new Rep(&log, nextId_++);
+        ++made;
+        return refuseReps ? nullptr : new Rep;
     }
     void drawCurve(CurveRep* rep) override { record("drawCurve", rep); }
     void drawPermanentCurve(CurveRep* rep) override { record("drawPermanentCurve", rep); }
@@ -83,7 +71,6 @@ class Drawer : public SimplePathDrawer {
     }
     void drawEditedTriple(DPoint const& before, DPoint const& anchor, DPoint const& after,
                           Mode* mode) override {
-        log.push_back("drawEditedTriple");
         calls.push_back({"drawEditedTriple", {{before, anchor, after}}, -1, {}, 0, 0});
         if (mode != nullptr) {
             calls.back().modeValues.push_back(*mode);
@@ -92,7 +79,6 @@ class Drawer : public SimplePathDrawer {
 
   private:
     Call& record(char const* what, CurveRep* rep) {
-        log.push_back(what);
         CurveRep* target = rep != nullptr && rep->getFinalRep() != nullptr ? rep->getFinalRep() : rep;
         calls.push_back({what, {}, -1, {}, 0, 0});
         if (auto* r = dynamic_cast<Rep*>(target)) {
@@ -101,7 +87,6 @@ class Drawer : public SimplePathDrawer {
         }
         return calls.back();
     }
-    int nextId_ = 0;
 };
 
 // Triple i of path `p`: anchor (10 i, 100 p), handles 2 before and 3 after, so the lengths differ.
