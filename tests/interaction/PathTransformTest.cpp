@@ -28,12 +28,25 @@ struct Probe : ArbTrans<DPoint> {
 
 // A scale with either factor within 1e-10 of zero is not inverted at all, not even on the other axis;
 // not-a-number is not "zero", and non-finite input comes out non-finite, without trapping.
-TEST(PathTransform, OffsetAndScaleInvertExceptForAZeroFactor) {
+TEST(PathTransform, InversesOfOffsetScaleAndEnvelope) {
     EXPECT_EQ(XYOffsetSimplePathTransform(3, -2).reverseTransform(DPoint(4, -1)), DPoint(1, 1));
     EXPECT_EQ(XYScaleSimplePathTransform(1e-10, 2).reverseTransform(DPoint(4, 4)), DPoint(4, 4));
     EXPECT_EQ(XYScaleSimplePathTransform(1e-8, 2).reverseTransform(DPoint(1e-8, 4)), DPoint(1, 2));
     EXPECT_TRUE(std::isnan(XYScaleSimplePathTransform(kNaN, 1).reverseTransform(DPoint(1, 1)).x));
     (void)XFSimplePathTransform(PBoxForm()).reverseTransform(DPoint(kNaN, kInf));
+    // The inverse envelope transform is the forward one with its directions swapped; forward and back is
+    // the identity, and so is either direction without a box form.
+    PBoxForm const box(DPoint(0, 0), DPoint(10, 10), DPoint(0, 0), DPoint(20, 0), DPoint(0, 10),
+                       DPoint(30, 20));
+    XFSimplePathTransform const forward(box), none(static_cast<PBoxForm const*>(nullptr));
+    XFSimplePathInverseTransform const inverse(box);
+    DPoint const p(-3, 12), onEnvelope = forward.transform(p);
+    EXPECT_EQ(inverse.reverseTransform(p), onEnvelope);
+    EXPECT_EQ(inverse.transform(onEnvelope), forward.reverseTransform(onEnvelope));
+    EXPECT_TRUE(isEqual(forward.reverseTransform(onEnvelope), p, 1e-8));
+    EXPECT_TRUE(none.transform(p) == p && none.reverseTransform(p) == p);
+    // Known value: the centre of the box goes to the mean corner.
+    EXPECT_TRUE(isEqual(forward.transform(DPoint(5, 5)), DPoint(12.5, 7.5), 1e-12));
 }
 
 // Members run forward in order and backwards in reverse; copies share them and the last copy frees them.
@@ -53,23 +66,6 @@ TEST(PathTransform, CompositeOrderAndSharedOwnership) {
         EXPECT_EQ(assigned.reverseTransform(DPoint(123, 0)), DPoint(0, 0));
     }
     EXPECT_EQ(liveProbes, before);
-}
-
-// The inverse envelope transform is the forward one with its directions swapped; forward and back is the
-// identity, and so is either without a box form.
-TEST(PathTransform, EnvelopeTransformsMirrorEachOtherAndRoundTrip) {
-    PBoxForm const box(DPoint(0, 0), DPoint(10, 10), DPoint(0, 0), DPoint(20, 0), DPoint(0, 10),
-                       DPoint(30, 20));
-    XFSimplePathTransform const forward(box), none(static_cast<PBoxForm const*>(nullptr));
-    XFSimplePathInverseTransform const inverse(box), noneInverse(static_cast<PBoxForm const*>(nullptr));
-    DPoint const p(-3, 12), onEnvelope = forward.transform(p);
-    EXPECT_EQ(inverse.reverseTransform(p), onEnvelope);
-    EXPECT_EQ(inverse.transform(onEnvelope), forward.reverseTransform(onEnvelope));
-    EXPECT_TRUE(isEqual(forward.reverseTransform(onEnvelope), p, 1e-8));
-    EXPECT_TRUE(none.transform(p) == p && none.reverseTransform(p) == p && noneInverse.transform(p) == p &&
-                noneInverse.reverseTransform(p) == p);
-    // Known value: the centre of the box goes to the mean corner.
-    EXPECT_TRUE(isEqual(forward.transform(DPoint(5, 5)), DPoint(12.5, 7.5), 1e-12));
 }
 
 } // namespace

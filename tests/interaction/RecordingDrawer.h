@@ -41,11 +41,9 @@ class Rep : public SimplePathDrawer::CurveRep {
 
 // One drawing call with a snapshot of the (innermost) rep it was given.
 struct Call {
-    std::string what;
     std::vector<Triple> triples;
     int closed = -1;
     std::vector<Mode> modeValues; // as many modes as the drawer was told to read
-    int first = 0, second = 0;
 };
 
 class Drawer : public SimplePathDrawer {
@@ -59,28 +57,26 @@ class Drawer : public SimplePathDrawer {
         ++made;
         return refuseReps ? nullptr : new Rep;
     }
-    void drawCurve(CurveRep* rep) override { record("drawCurve", rep); }
-    void drawPermanentCurve(CurveRep* rep) override { record("drawPermanentCurve", rep); }
-    void drawCurveVertices(CurveRep* rep, Mode* modes, int first, int second) override {
-        Call& call = record("drawCurveVertices", rep);
-        call.first = first;
-        call.second = second;
+    void drawCurve(CurveRep* rep) override { record(rep); }
+    void drawPermanentCurve(CurveRep* rep) override { record(rep); }
+    void drawCurveVertices(CurveRep* rep, Mode* modes, int, int) override {
+        Call& call = record(rep);
         for (std::size_t i = 0; modes != nullptr && i < (modesPerTriple ? call.triples.size() : 1); ++i) {
             call.modeValues.push_back(modes[i]);
         }
     }
     void drawEditedTriple(DPoint const& before, DPoint const& anchor, DPoint const& after,
                           Mode* mode) override {
-        calls.push_back({"drawEditedTriple", {{before, anchor, after}}, -1, {}, 0, 0});
+        calls.push_back({{{before, anchor, after}}, -1, {}});
         if (mode != nullptr) {
             calls.back().modeValues.push_back(*mode);
         }
     }
 
   private:
-    Call& record(char const* what, CurveRep* rep) {
+    Call& record(CurveRep* rep) {
         CurveRep* target = rep != nullptr && rep->getFinalRep() != nullptr ? rep->getFinalRep() : rep;
-        calls.push_back({what, {}, -1, {}, 0, 0});
+        calls.push_back({{}, -1, {}});
         if (auto* r = dynamic_cast<Rep*>(target)) {
             calls.back().triples = r->triples;
             calls.back().closed = r->closed;
