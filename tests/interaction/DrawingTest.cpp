@@ -15,8 +15,8 @@ SimplePath makePath(int n, int closed) {
 std::string expectFilled(SimplePath const& path, int from, int to, int first, int last) {
     Rep rep;
     Mode* modes = nullptr;
-    bool const whole = from < 0 && to < 0;
-    whole ? path.initializeDrawerCurveRep(rep, &modes) : path.initializeDrawerCurveRep(rep, from, to, &modes);
+    from < 0 && to < 0 ? path.initializeDrawerCurveRep(rep, &modes)
+                       : path.initializeDrawerCurveRep(rep, from, to, &modes);
     EXPECT_EQ(rep.triples.size(), static_cast<std::size_t>(last - first + 1)) << from << ".." << to;
     for (int i = first; i <= last && i - first < static_cast<int>(rep.triples.size()); ++i) {
         EXPECT_EQ(rep.triples[i - first], tripleAt(i));

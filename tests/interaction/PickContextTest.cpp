@@ -45,7 +45,6 @@ TEST(VertexPickContext, DragRules) {
         DVector second;
         Loc want;
     } const rows[] = {
-        {kSmooth, 1, {1, 2}, false, {1, 2}, {{9, 2}, {11, 2}, {14, 2}, kSmooth}},
         {kSmooth, 0, {2, 0.0011}, false, {2, 0.0011}, {{10, 0.0011}, {10, 0}, {10, -3}, kSmooth}},
         {kSymmetric, 2, {-1.5, 4.25}, false, {-1.5, 4.25}, {{8.5, -4.25}, {10, 0}, {11.5, 4.25}, kSymmetric}},
         {kCusp, 0, {0, 5}, false, {0, 5}, {{8, 5}, {10, 0}, {13, 0}, kCusp}},

@@ -39,27 +39,22 @@ TEST(SnapKit, AxisSnapsReplaceOneCoordinateAndOtherModesLeaveThePoint) {
 // degree constant: a hair above it snaps up, where in true degrees it is a hair below.
 TEST(SnapKit, AngleSnapProjectsOntoTheNearestFifteenDegreeRay) {
     SnapKit const kit(kOrigin, SnapKit::AngleSnap);
-    double const unsnapped = -1;
-    struct Case {
-        double from, to;
-    } const cases[] = {{187, 180},
-                       {268, 270},
-                       {22.4, 15},
-                       {-7.6, 345},
-                       {352.6, unsnapped},
-                       {7.5 * SnapKit::kRadiansPerDegree * 180 / kPi * (1 + 1e-12), 15},
-                       {7.5 * (1 + 1e-11), 0}};
-    for (Case const c : cases) {
-        SCOPED_TRACE(c.from);
-        DPoint const p = at(c.from), q = kit.dragging(p);
-        if (c.to == unsnapped) {
+    double const unsnapped = -1, halfStep = 7.5 * SnapKit::kRadiansPerDegree * 180 / kPi;
+    double const above = halfStep * (1 + 1e-12), below = 7.5 * (1 + 1e-11);
+    double const cases[][2] = {{187, 180},         {268, 270},  {22.4, 15}, {-7.6, 345},
+                               {352.6, unsnapped}, {above, 15}, {below, 0}};
+    for (auto const& c : cases) {
+        double const from = c[0], to = c[1];
+        SCOPED_TRACE(from);
+        DPoint const p = at(from), q = kit.dragging(p);
+        if (to == unsnapped) {
             EXPECT_NEAR(distance(p, q), 0.0, 1e-6);
             continue;
         }
-        EXPECT_NEAR(distance(kOrigin, q), 50.0 * std::cos((c.from - c.to) * kPi / 180), 1e-7);
-        EXPECT_NEAR(atan3(q.y - kOrigin.y, q.x - kOrigin.x) * 180 / kPi, c.to, 1e-6);
-        EXPECT_TRUE(std::fmod(c.to, 180) != 0 || q.y == kOrigin.y);
-        EXPECT_TRUE(std::fmod(c.to, 180) != 90 || q.x == kOrigin.x);
+        EXPECT_NEAR(distance(kOrigin, q), 50.0 * std::cos((from - to) * kPi / 180), 1e-7);
+        EXPECT_NEAR(atan3(q.y - kOrigin.y, q.x - kOrigin.x) * 180 / kPi, to, 1e-6);
+        EXPECT_TRUE(std::fmod(to, 180) != 0 || q.y == kOrigin.y);
+        EXPECT_TRUE(std::fmod(to, 180) != 90 || q.x == kOrigin.x);
     }
 }
 
