@@ -81,12 +81,6 @@ inline Vertices removed(SimplePathChangeInstruction const& change) {
     return out;
 }
 
-inline Paths removedPaths(SimplePathChangeInstruction const& change) {
-    Paths out;
-    change.simplePathsRemoved(out);
-    return out;
-}
-
 // Removed vertices are unlinked, not freed; the holder of the change instruction frees them.
 inline void freeRemoved(SimplePathChangeInstruction const& change) {
     for (SimplePathVertex* v : removed(change)) {

@@ -36,3 +36,18 @@ TEST(SplitJoin, VerticesGivenByReferenceIntoTheTripleListsAreReadFirst) {
     EXPECT_EQ(start2, joined.getTripleList()[2].anchor);
     expectExactOwnership(parts, {&first, &second, &joined}, join);
 }
+
+// Ends at exactly one place merge: vertex1 stays and takes vertex2's far handle, on its incoming side when
+// path1 was reversed, deliberately.
+TEST(Join, TouchingEndsMergeAndAReversedFirstPathTakesTheFarHandleIncoming) {
+    SimplePath a = wiggly(3), b = wiggly(3), joined;
+    SimplePathVertexTriple const keep = a.getTripleList()[0], gone = b.getTripleList()[0];
+    DPoint const meet = keep.anchor->getLocation();
+    EXPECT_EQ(SimplePath::Success, b.translate(meet - gone.anchor->getLocation()));
+    PHashablePointer<SimplePath> p1(&a), p2(&b), result(&joined);
+    SimplePathChangeInstruction change;
+    ASSERT_EQ(SimplePath::Success, SimplePath::join(p1, keep.anchor, p2, gone.anchor, change, result));
+    ASSERT_EQ(5, joined.numTriples());
+    EXPECT_EQ((Loc{gone.last->getLocation(), meet, meet, keep.mode}), locationsOf(joined)[2]);
+    freeRemoved(change);
+}
