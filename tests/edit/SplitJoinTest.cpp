@@ -6,8 +6,7 @@ using namespace editing;
 
 // Guards "Split and join read the given vertices once, before the triple lists they may point into
 // change": the vertices are passed as references into the very lists that the split and the join empty.
-// Both keep every vertex in exactly one place and the held positions on the drawn curve; the finer rules
-// of splitting and joining are left to the operation and tool tests.
+// Both keep every vertex in exactly one place; the split keeps held positions on the drawn curve.
 TEST(SplitJoin, VerticesGivenByReferenceIntoTheTripleListsAreReadFirst) {
     SimplePath path = wiggly(4), first, second;
     PHashablePointer<SimplePath> firstPath(&first), secondPath(&second);
@@ -38,7 +37,7 @@ TEST(SplitJoin, VerticesGivenByReferenceIntoTheTripleListsAreReadFirst) {
 }
 
 // Ends at exactly one place merge: vertex1 stays and takes vertex2's far handle, on its incoming side when
-// path1 was reversed, deliberately.
+// path1 was reversed, deliberately; vertex2's triple is deleted.
 TEST(Join, TouchingEndsMergeAndAReversedFirstPathTakesTheFarHandleIncoming) {
     SimplePath a = wiggly(3), b = wiggly(3), joined;
     SimplePathVertexTriple const keep = a.getTripleList()[0], gone = b.getTripleList()[0];
@@ -49,5 +48,6 @@ TEST(Join, TouchingEndsMergeAndAReversedFirstPathTakesTheFarHandleIncoming) {
     ASSERT_EQ(SimplePath::Success, SimplePath::join(p1, keep.anchor, p2, gone.anchor, change, result));
     ASSERT_EQ(5, joined.numTriples());
     EXPECT_EQ((Loc{gone.last->getLocation(), meet, meet, keep.mode}), locationsOf(joined)[2]);
+    EXPECT_EQ((Vertices{gone.first, gone.anchor, gone.last}), removed(change));
     freeRemoved(change);
 }
