@@ -28,7 +28,6 @@ using Cubic = PBezier;
 DPoint lerp(DPoint const& a, DPoint const& b, double t) {
     return DPoint(a.x + t * (b.x - a.x), a.y + t * (b.y - a.y));
 }
-
 double dist(DPoint const& a, DPoint const& b) {
     return std::hypot(a.x - b.x, a.y - b.y);
 }
@@ -114,16 +113,14 @@ void expectSameDrawing(std::vector<Cubic> pieces, std::vector<Cubic> reference, 
 
 // One kind of slice: one path cut or two, whether each is closed, and the pieces' closed flags in order.
 struct Kind {
-    bool same;
-    bool closed1;
-    bool closed2;
+    bool same, closed1, closed2;
     std::vector<int> closedPieces;
 };
 
 struct Cut {
-    SimplePath* path = nullptr;
-    int segment = 0; // the anchor index when cutting at anchors
-    double t = 0.0;
+    SimplePath* path;
+    int segment; // the anchor index when cutting at anchors
+    double t;
     DPoint at;
 };
 
