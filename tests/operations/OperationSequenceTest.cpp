@@ -25,8 +25,7 @@ struct Entry {
     DrawingState after;
 };
 
-class Sequence {
-  public:
+struct Sequence {
     explicit Sequence(unsigned seed) : rng(seed) {
         int const paths = between(1, 3);
         for (int k = 0; k < paths; ++k) {
@@ -44,11 +43,11 @@ class Sequence {
             SCOPED_TRACE(testing::Message() << "step " << step);
             double const roll = uniform(0.0, 1.0);
             if (roll < 0.25 && !done.empty()) {
-                undo();
+                replay(done, undone, true);
             } else if (roll < 0.4 && !undone.empty()) {
-                redo();
+                replay(undone, done, false);
             } else if (!executeNew() && !done.empty()) {
-                undo();
+                replay(done, undone, true);
             }
         }
     }
@@ -56,7 +55,6 @@ class Sequence {
     int executions = 0;
     int failures = 0;
 
-  private:
     int between(int low, int high) { return std::uniform_int_distribution<int>(low, high)(rng); }
     double uniform(double low, double high) { return std::uniform_real_distribution<double>(low, high)(rng); }
     bool chance(double p) { return uniform(0.0, 1.0) < p; }
@@ -225,26 +223,21 @@ class Sequence {
         return true;
     }
 
-    void undo() {
-        Entry entry = std::move(done.back());
-        done.pop_back();
-        entry.op->undoOperation();
-        EXPECT_EQ(entry.before, drawingState(pool));
-        entry.op->undoOperation(); // a second undo changes nothing
-        EXPECT_EQ(entry.before, drawingState(pool));
+    // Undo (twice: the second changes nothing) gives back the state before; redo the state first made.
+    void replay(std::vector<Entry>& from, std::vector<Entry>& to, bool undo) {
+        Entry entry = std::move(from.back());
+        from.pop_back();
+        for (int k = 0; k < (undo ? 2 : 0); ++k) {
+            entry.op->undoOperation();
+        }
+        if (!undo) {
+            Outcome const run = execute(*entry.op);
+            EXPECT_EQ(SimplePathOperation::Success, run.result);
+            adoptReported(*run.change);
+        }
+        EXPECT_EQ(undo ? entry.before : entry.after, drawingState(pool));
         EXPECT_TRUE(eachVertexOnce(pool));
-        undone.push_back(std::move(entry));
-    }
-
-    void redo() {
-        Entry entry = std::move(undone.back());
-        undone.pop_back();
-        Outcome const run = execute(*entry.op);
-        EXPECT_EQ(SimplePathOperation::Success, run.result);
-        adoptReported(*run.change);
-        EXPECT_EQ(entry.after, drawingState(pool));
-        EXPECT_TRUE(eachVertexOnce(pool));
-        done.push_back(std::move(entry));
+        to.push_back(std::move(entry));
     }
 
     std::mt19937 rng;
