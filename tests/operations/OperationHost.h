@@ -15,7 +15,6 @@
 #include <gtest/gtest.h>
 
 #include "simplepath/edit/SimplePathChangeInstruction.h"
-#include "simplepath/interfaces/ArbTrans.h"
 #include "simplepath/interfaces/BinarySerializer.h"
 #include "simplepath/operations/SimplePathOperation.h"
 #include "simplepath/operations/SimplePathOperationFactory.h"
@@ -39,28 +38,21 @@ using Mode = SimplePathVertexTriple::VertexTripleMode;
 using Paths = std::list<PHashablePointer<SimplePath>>;
 using Pool = std::vector<std::unique_ptr<SimplePath>>;
 
-// Finds, within the tolerance of the location, an anchor of any path, else a handle, else a point of a
-// path's curve (the path with a null vertex). Paths are searched in the drawing's order.
+// Finds, within the tolerance of the location, a vertex of a path (anchors before handles), else a
+// point of a path's curve (the path with a null vertex). Paths are searched in the drawing's order.
 inline int pickInDrawing(PathSeg const* drawing, DPoint const& location, double tolerance,
                          PHashablePointer<SimplePath>& path, SimplePathVertex*& vertex, int& index) {
-    if (drawing == nullptr) {
-        return 0;
-    }
-    IdTrans<DPoint> const identity;
-    for (int pass = 0; pass < 3; ++pass) {
+    for (int pass = 0; pass < 2 && drawing != nullptr; ++pass) {
         for (SimplePath* p : drawing->paths) {
             SimplePathVertex* found = nullptr;
             SimplePathPosition at;
-            bool const hit =
-                pass == 0
-                    ? p->pretransformPickAnchor(location, tolerance, identity, found) == SimplePath::Success
-                : pass == 1
-                    ? p->pickVertex(location, tolerance, found) == SimplePath::Success
-                    : p->numTriples() > 1 && p->pickPosition(location, tolerance, at) == SimplePath::Success;
-            if (hit && (pass == 2 || found != nullptr)) {
+            if (pass == 0
+                    ? p->pickVertex(location, tolerance, found) == SimplePath::Success && found != nullptr
+                    : p->numTriples() > 1 &&
+                          p->pickPosition(location, tolerance, at) == SimplePath::Success) {
                 path = p;
                 vertex = found;
-                index = pass == 2 ? at.getIndex() : index;
+                index = pass == 1 ? at.getIndex() : index;
                 return 1;
             }
         }
