@@ -370,8 +370,7 @@ using Meta = SimplePathMetaOperation;
 using Log = std::vector<std::string>;
 
 // A member that writes what happens to it into a shared log and answers with a set result.
-class Probe : public SimplePathOperation {
-  public:
+struct Probe : SimplePathOperation {
     Probe(Log& log, std::string name, SimplePath* path = nullptr, Result answer = Success)
         : log(log), name(std::move(name)), path(path), answer(answer) {}
     ~Probe() override { log.push_back("~" + name); }
@@ -382,14 +381,9 @@ class Probe : public SimplePathOperation {
         }
         return answer;
     }
-    int RetreiveSegIndependentInfo(Info*& info) override {
-        info = nullptr;
-        return -1;
-    }
+    int RetreiveSegIndependentInfo(Info*& info) override { return (info = nullptr, -1); }
     int ApplySegIndependentInfo(Info*&) override { return 0; }
     void undoOperation() override { log.push_back("undo " + name); }
-
-  private:
     Log& log;
     std::string name;
     SimplePath* path;
@@ -398,7 +392,7 @@ class Probe : public SimplePathOperation {
 
 TEST(MetaOperation, RunsInOrderStopsAtTheFirstFailureAndOwnsItsMembers) {
     Log log;
-    SimplePath a, b, c;
+    SimplePath a, b;
     SimplePathChangeInstruction change;
     auto* after = new Probe(log, "after");
     {
@@ -406,27 +400,18 @@ TEST(MetaOperation, RunsInOrderStopsAtTheFirstFailureAndOwnsItsMembers) {
         group.addOperation(new Probe(log, "1", &a));
         group.addOperation(nullptr);
         group.addOperationList({new Probe(log, "2", &b), nullptr, after}); // taken up to the first null
-        EXPECT_EQ(2u, group.getOperations().size());
+        group.addOperation(new Probe(log, "3", &a, SimplePathOperation::NotJoinable));
+        group.addOperation(new Probe(log, "4", &b));
+        EXPECT_EQ(4u, group.getOperations().size());
         EXPECT_TRUE(Meta(group).getOperations().empty()); // a copy starts empty: one owner per member
         Paths affected{&b};
-        EXPECT_EQ(SimplePathOperation::Success, group.executeOperation(affected, change));
-        EXPECT_EQ((Paths{&b, &a, &b}), affected); // appended in member order
+        EXPECT_EQ(SimplePathOperation::NotJoinable, group.executeOperation(affected, change));
+        EXPECT_EQ((Paths{&b, &a, &b}), affected); // appended in member order up to the failure
         group.undoOperation();
     }
-    EXPECT_EQ((Log{"do 1", "do 2", "undo 2", "undo 1", "~2", "~1"}), log);
+    EXPECT_EQ((Log{"do 1", "do 2", "do 3", "undo 4", "undo 3", "undo 2", "undo 1", "~4", "~3", "~2", "~1"}),
+              log);
     delete after; // never taken: still the caller's
-
-    log.clear();
-    {
-        Meta group;
-        group.addOperation(new Probe(log, "1", &a));
-        group.addOperation(new Probe(log, "2", &b, SimplePathOperation::NotJoinable));
-        group.addOperation(new Probe(log, "3", &c));
-        Paths affected;
-        EXPECT_EQ(SimplePathOperation::NotJoinable, group.executeOperation(affected, change));
-        EXPECT_EQ(Paths{&a}, affected);
-    }
-    EXPECT_EQ((Log{"do 1", "do 2", "~3", "~2", "~1"}), log);
 }
 
 } // namespace
