@@ -21,8 +21,7 @@ namespace {
 
 struct Entry {
     std::unique_ptr<SimplePathOperation> op;
-    DrawingState before;
-    DrawingState after;
+    DrawingState before, after;
 };
 
 struct Sequence {
@@ -102,7 +101,6 @@ struct Sequence {
     DPoint randomPoint() { return DPoint(uniform(-50.0, 250.0), uniform(-50.0, 450.0)); }
 
     SimplePathOperation* makeOperation(SimplePath* path) {
-        using F = SimplePathOperationFactory;
         // Now and then a vertex of another path: the operation must refuse it.
         SimplePath* const other = chance(0.05) ? randomPath() : path;
         using ByVertex = SimplePathOperation* (*)(PHashablePointer<SimplePath>, SimplePathVertex*, bool);
