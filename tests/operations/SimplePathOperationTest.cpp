@@ -75,23 +75,21 @@ TEST(VertexOperations, EachEditReachesItsTripleThroughAnyOfItsVertices) {
 }
 
 TEST(Factory, NullArgumentsGiveNothingUnlessAShellIsAskedFor) {
-    SimplePath path;
-    SimplePathVertex* anchor = nullptr;
-    EXPECT_EQ(SimplePath::Success, path.addSingle(DPoint(1.0, 2.0), anchor));
+    Drawing d;
+    SimplePath* const open = d.path(0);
+    SimplePathVertex* const anchor = d.triple(1, 1).anchor; // another path's
     SimplePathPosition const none;
-    Pool pool;
-    SimplePath* const open = addPath(pool, row(3), 0);
     // Nulls, and an end anchor (or another path's vertex) to split: nothing is made.
     for (SimplePathOperation* made :
          {F::createSetCuspModeOperation(nullptr, anchor, false),
-          F::createSetSmoothModeOperation(&path, nullptr, false),
-          F::createDeleteVertexOperation(&path, nullptr, false),
+          F::createSetSmoothModeOperation(open, nullptr, false),
+          F::createDeleteVertexOperation(open, nullptr, false),
           F::createMoveSelectedVerticesOperation(nullptr, anchor, DVector(), false),
           F::createAddVertexAtPositionOperation(nullptr, none, false),
-          F::createJoinVerticesOperation(&path, anchor, nullptr, &path, false),
+          F::createJoinVerticesOperation(open, anchor, nullptr, open, false),
           F::createSplitVertexOperation(nullptr, none, nullptr, nullptr, false),
           F::createSplitVertexOperation(open, tripleAt(*open, 0).anchor),
-          F::createSplitVertexOperation(open, tripleAt(*open, 2).anchor),
+          F::createSplitVertexOperation(open, tripleAt(*open, 4).anchor),
           F::createSplitVertexOperation(open, anchor)}) {
         EXPECT_EQ(nullptr, Op(made));
     }
