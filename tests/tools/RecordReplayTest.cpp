@@ -21,9 +21,6 @@ struct Chain {
     char const* drawing;
     char const* edits;
 } const kChains[] = {
-    {"open-paths.svg",
-     "insert --at 0:0.5 mode smooth --vertex 1 move --vertex 2 --to 10 10 --snap angle delete "
-     "--vertex 0 split --vertex 1 drag --path 2 --at 1:0.5 --to 150 60"},
     {"exported-drawing.svg",
      "split --path 0 --vertex 1 join 1:end 2:start move --path 2 --vertex 4 --handle in "
      "--to 50 50 mode cusp --path 2 --vertex 5 insert --path 2 --at 2:0.25 undo delete "
