@@ -50,12 +50,9 @@ inline Outcome run(std::vector<std::string> const& args, std::string const& inpu
     EXPECT_EQ(writeFileAtomically(in, input), "");
     int const status =
         std::system((command + " <" + quoted(in) + " >" + quoted(out) + " 2>" + quoted(err)).c_str());
-    Outcome r;
-    r.code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     std::string ignored;
-    r.out = readWholeFile(out, ignored);
-    r.err = readWholeFile(err, ignored);
-    return r;
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, readWholeFile(out, ignored),
+            readWholeFile(err, ignored)};
 }
 
 // Writes a file into the scratch folder and gives its path.
