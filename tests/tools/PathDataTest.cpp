@@ -34,8 +34,7 @@ TEST(PathData, CommandsAndNumberGrammarGiveTheirCubics) {
     } const cases[] = {
         // Number spellings, separators, implicit lineto after a moveto, relative coordinates.
         {"M.5 1.5L-1-2L1e-3 1E3L1.5.5", "M0.5 1.5L-1-2 0.001 1000 1.5 0.5"},
-        {"\n\tM0.5 1.5\r\nl-1.5-3.5 1.001 1002 1.499-999.5", "M0.5 1.5L-1-2 0.001 1000 1.5 0.5"},
-        {"M1 2H5V7h-2v-1L0 0", "M1 2L5 2 5 7 3 7 3 6 0 0"},
+        {"\n\tM1 2H5V7h-2v-1l-3-6", "M1 2L5 2 5 7 3 7 3 6 0 0"},
         // Quadratics raised exactly (controls 2/3 of the way to the quadratic control); T reflects the
         // previous quadratic control, not the raised cubic's.
         {"M0 0Q3 3 6 0T12 0", "M0 0C2 2 4 2 6 0 8-2 10-2 12 0"},
@@ -69,7 +68,6 @@ TEST(PathData, MalformedDataNamesOffsetAndExpectation) {
         {"M0 0 X", 5, "a path command"},
         {"M0 0 A1 1 0 2 0 3 3", 12, "an arc flag (0 or 1)"},
         {"M0 0 L1e 2", 8, "the digits of an exponent"},
-        {"M0 0 L1 1 Z 3", 12, "a path command"},
     };
     for (Case const& c : cases) {
         PathDataResult const result = parsePathData(c.data);
@@ -77,7 +75,5 @@ TEST(PathData, MalformedDataNamesOffsetAndExpectation) {
         EXPECT_EQ(result.error->offset, c.offset) << c.data;
         EXPECT_EQ(result.error->expected, c.expected) << c.data;
     }
-    EXPECT_EQ(parsePathData("M0 0 L1").error->message(),
-              "at offset 7: expected a number, found the end of the data");
     EXPECT_EQ(parsePathData("M0 0 L\x01").error->found, "byte 0x01");
 }

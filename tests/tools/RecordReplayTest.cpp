@@ -19,44 +19,35 @@ struct Chain {
     char const* drawing;
     char const* edits;
 } const kChains[] = {
-    {"exported-drawing.svg",
-     "drag --path 3 --at 2:0.5 --to 10 12 split --path 0 --vertex 1 join 1:end 2:start move --path 2 "
-     "--vertex 4 --handle in "
-     "--to 50 50 mode cusp --path 2 --vertex 5 insert --path 2 --at 2:0.25 undo delete "
-     "--path 3 --vertex 1"},
     {"icon.svg",
      "move --path 2 --vertex 3 --to 5 9 --snap vertical delete --path 4 --vertex 0 split --path 3 "
      "--vertex 0 mode symmetric --path 0 --vertex 7 mode straight --path 1 --vertex 2 move --path 1 "
      "--vertex 3 --handle out --to 1 1 --snap horizontal"},
+    {"exported-drawing.svg",
+     "drag --path 3 --at 2:0.5 --to 10 12 split --path 0 --vertex 1 join 1:end 2:start move --path 2 "
+     "--vertex "
+     "4 --handle in --to 50 50 mode cusp --path 2 --vertex 5 insert --path 2 --at 2:0.25 undo delete "
+     "--path 3 --vertex 1"},
 };
 
-TEST_F(ToolProcess, RecordedChainReplaysOntoACopyToTheSameBytes) {
+TEST_F(ToolProcess, RecordedChainsReplayOntoACopyToTheSameBytesAndUndoTakesEachEditBack) {
     fs::path const dir = scratch();
+    std::string const recorded = (dir / "edits.json").string();
     for (Chain const& chain : kChains) {
         SCOPED_TRACE(chain.drawing);
         std::string const copy = file("copy.svg", fileText(sample(chain.drawing)));
-        Outcome const edited =
-            run(with({sample(chain.drawing), "--record", (dir / "edits.json").string()}, words(chain.edits)));
+        Outcome const edited = run(with({sample(chain.drawing), "--record", recorded}, words(chain.edits)));
         ASSERT_EQ(edited.code, 0) << edited.err;
         ASSERT_NE(edited.out, fileText(sample(chain.drawing)));
-        Outcome const replayed =
-            run({copy, "replay", (dir / "edits.json").string(), "--record", (dir / "again.json").string()});
+        Outcome const replayed = run({copy, "replay", recorded, "--record", (dir / "again.json").string()});
         ASSERT_EQ(replayed.code, 0) << replayed.err;
         EXPECT_EQ(replayed.out, edited.out);
         // Replayed edits record themselves as they were recorded.
-        EXPECT_EQ(fileText(dir / "again.json"), fileText(dir / "edits.json"));
+        EXPECT_EQ(fileText(dir / "again.json"), fileText(recorded));
     }
-}
 
-TEST_F(ToolProcess, UndoTakesEachEditBackToTheInput) {
     std::string const drawing = sample("exported-drawing.svg");
     Outcome const input = run({drawing});
-    ASSERT_EQ(input.code, 0) << input.err;
-    std::string const recorded = (scratch() / "edits.json").string();
-    ASSERT_EQ(run(with({drawing, "--record", recorded},
-                       words("delete --path 1 --vertex 1 insert --at 1:0.5 mode cusp --vertex 2")))
-                  .code,
-              0);
     std::string const edits[] = {
         "delete --path 1 --vertex 1",
         "insert --path 3 --at 7:0.3",
@@ -69,7 +60,7 @@ TEST_F(ToolProcess, UndoTakesEachEditBackToTheInput) {
         "slice 3:1:0.5 3:5:0",
         "close --path 2",
         "delete-path --path 1",
-        "replay " + recorded, // a whole replay is one step
+        "replay " + recorded, // a whole replay (of the last chain) is one step
     };
     for (std::string const& edit : edits) {
         SCOPED_TRACE(edit);
