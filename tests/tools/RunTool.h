@@ -5,9 +5,10 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <iterator>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -64,14 +65,8 @@ inline std::string file(std::string const& name, std::string const& bytes) {
 
 // The words of a command line written as one string (none of them holds a space).
 inline std::vector<std::string> words(std::string const& line) {
-    std::vector<std::string> out;
-    for (std::size_t start = 0, end = 0; start < line.size(); start = end + 1) {
-        end = std::min(line.find(' ', start), line.size());
-        if (end > start) {
-            out.push_back(line.substr(start, end - start));
-        }
-    }
-    return out;
+    std::istringstream in(line);
+    return {std::istream_iterator<std::string>(in), std::istream_iterator<std::string>()};
 }
 
 // The arguments with more appended, for tables whose rows share a start.

@@ -29,7 +29,6 @@ TEST_F(ToolProcess, EachCommandGivesItsAnswer) {
         {kShapes, "pick 20 9.5", "path 1 vertex 0 outgoing handle, point 20 10\n"},
         {kShapes, "pick 50 50 --tolerance 2", "nothing within 2 of 50 50\n"},
         // Edits: a call that ends on an edit writes the drawing.
-        {"M0 0L5 0L10 0", "delete --near 5 0.2", "M0 0L10 0\n"},
         // Straight pulls the handles onto the anchor.
         {"M0 0C0 5 10 5 10 0S20 -5 20 0", "mode straight --vertex 1", "M0 0C0 5 10 0 10 0 10 0 20-5 20 0\n"},
         // Dragging the middle of a straight segment bends it through the target.
@@ -38,7 +37,6 @@ TEST_F(ToolProcess, EachCommandGivesItsAnswer) {
         {"M0 0L10 0L10 10Z", "split --vertex 1", "M10 0L10 10 0 0 10 0\n"},
         // Ends that meet merge into one vertex; ends apart get a straight segment between them.
         {"M0 0L5 0M5 0L10 0", "join 0:end 1:start", "M0 0L5 0 10 0\n"},
-        {"M0 0L5 0M20 0L10 0", "join --near 5 0 10 0", "M0 0L5 0 10 0 20 0\n"},
         // Transforms turn and scale about the centre of the bounds unless told otherwise.
         {"M0 0L10 0L10 10", "transform scale 2", "M-5-5L15-5 15 15\n"},
         // Options after a command that takes any number of values, and a number written -.5.
@@ -51,7 +49,6 @@ TEST_F(ToolProcess, EachCommandGivesItsAnswer) {
         {"M0 0L10 0L20 0L30 0", "slice 0:0:0.5 0:2:0.5", "M5 0L10 0 20 0 25 0Z\nM0 0L5 0 25 0 30 0\n"},
         {"M0 0L10 0L10 10L0 10Z M20 0L30 0L30 10Z", "slice 0:1:0.5 1:2:0.5",
          "M10 5L10 10 0 10 0 0 10 0 10 5 25 5 20 0 30 0 30 10 25 5Z\n"},
-        {"M0 0L10 0M5 5L6 6", "delete-path", "M5 5L6 6\n"},
     };
     for (Case const& c : cases) {
         Outcome const r = run(with({"--d", c.data}, words(c.commands)));
