@@ -36,12 +36,9 @@ std::string describe(PBezier const& b) {
 
 // The larger side of the control points' box.
 double size(PBezier const& b) {
-    double minX = b[0].x, maxX = minX, minY = b[0].y, maxY = minY;
-    for (int i = 1; i < 4; ++i) {
-        minX = std::min(minX, b[i].x), maxX = std::max(maxX, b[i].x);
-        minY = std::min(minY, b[i].y), maxY = std::max(maxY, b[i].y);
-    }
-    return std::max(maxX - minX, maxY - minY);
+    auto const [x0, x1] = std::minmax({b[0].x, b[1].x, b[2].x, b[3].x});
+    auto const [y0, y1] = std::minmax({b[0].y, b[1].y, b[2].y, b[3].y});
+    return std::max(x1 - x0, y1 - y0);
 }
 
 // Random curves of size about 1000, one in ten of them far from the origin.
@@ -87,11 +84,10 @@ TEST(PBezierAccuracy, NearestPointIsTheGlobalMinimum) {
     std::vector<PBezier> all = curves(300, 1);
     for (PBezier const& b : all) {
         double const s = size(b);
-        std::vector<DPoint> probes;
+        // Around the curve, on it, and inside a loop or near a cusp.
         DPoint const o = b[0];
-        probes.push_back(o + DVector((u(rng) - 0.3) * s * 2, (u(rng) - 0.3) * s * 2)); // around the curve
-        probes.push_back(b.bValue(t01(rng)));                                          // on the curve
-        probes.push_back(o + 0.5 * ((b[1] - o) + (b[2] - o))); // inside a loop, near a cusp
+        std::vector<DPoint> probes{o + DVector((u(rng) - 0.3) * s * 2, (u(rng) - 0.3) * s * 2),
+                                   b.bValue(t01(rng)), o + 0.5 * ((b[1] - o) + (b[2] - o))};
         // At and near a centre of curvature the distance's slope has a double zero: the subdivision cannot
         // separate its zeros and hands the piece to the cascade.
         DVector const v = b.derivative(0.37);
@@ -105,8 +101,7 @@ TEST(PBezierAccuracy, NearestPointIsTheGlobalMinimum) {
         }
         for (DPoint const& p : probes) {
             double const t = b.findNearestPointTValue(p);
-            ASSERT_GE(t, 0.0);
-            ASSERT_LE(t, 1.0);
+            ASSERT_TRUE(t >= 0.0 && t <= 1.0) << t;
             LD const found = std::sqrt(support::squaredDistanceTo(b, t, p));
             LD const truth =
                 std::sqrt(support::minimumOver([&](LD x) { return support::squaredDistanceTo(b, x, p); }));

@@ -21,21 +21,12 @@ TEST(PBoxForm, StraightSidesAreBilinearAndCurvedSidesAreFollowedExactly) {
         1e-12); // the bilinear centre is the corners' mean
     EXPECT_LT(distance(kBent.xform(DPoint(100 + 300 * 0.3, 50)), kBottom.bValue(0.3)), 1e-9);
     EXPECT_LT(distance(kBent.xform(DPoint(400, 50 + 200 * 0.8)), kRight.bValue(0.8)), 1e-9);
-}
-
-TEST(PBoxForm, InverseUndoesTheForwardMap) {
+    // The inverse undoes the forward map, a little beyond the box too.
     std::mt19937_64 rng(7);
     std::uniform_real_distribution<double> ux(100 - 30, 400 + 30), uy(50 - 20, 250 + 20);
-    PBoxForm const straight({100, 50}, {400, 250}, {0, 0}, {1000, 100}, {-50, 800}, {1100, 900});
-    for (PBoxForm const* f : {&kBent, &straight}) {
-        for (int i = 0; i < 500; ++i) {
-            DPoint const p(ux(rng), uy(rng));
-            PBoxPoint q(p);
-            f->xform(q);
-            f->xforminv(q);
-            EXPECT_NEAR(q.x, p.x, 1e-9 * 300);
-            EXPECT_NEAR(q.y, p.y, 1e-9 * 200);
-        }
+    for (int i = 0; i < 500; ++i) {
+        DPoint const p(ux(rng), uy(rng));
+        EXPECT_LT(distance(kBent.xforminv(kBent.xform(p)), p), 1e-9 * 300) << p.x << "," << p.y;
     }
 }
 
@@ -45,10 +36,8 @@ TEST(PBoxForm, FoldedDegenerateAndNonFiniteInputEndsQuietly) {
                           PBezier({0, 100}, {300, -800}, {700, 1000}, {1000, 100}),
                           PBezier({0, 0}, {0, 33}, {0, 66}, {0, 100}),
                           PBezier({1000, 0}, {1000, 33}, {1000, 66}, {1000, 100}));
-    PBoxForm const flat({0, 0}, {1, 1}, {0, 0}, {1, 0}, {0, 0}, {1, 0}); // zero height
-    for (DPoint r : {folded.xforminv(DPoint(500, 50)), flat.xforminv(DPoint(0.5, 3))}) {
-        EXPECT_TRUE(std::isfinite(r.x) && std::isfinite(r.y));
-    }
+    DPoint const r = folded.xforminv(DPoint(500, 50));
+    EXPECT_TRUE(std::isfinite(r.x) && std::isfinite(r.y));
     PBoxForm const noBox({5, 5}, {5, 5}, {0, 0}, {1, 0}, {0, 1}, {1, 1}); // empty source box
     EXPECT_EQ(noBox.xforminv(DPoint(0.5, 0.5)), DPoint(5, 5));
     EXPECT_TRUE(std::isnan(kBent.xform(DPoint(INFINITY, 0)).x));
