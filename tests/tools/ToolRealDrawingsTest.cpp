@@ -26,7 +26,7 @@ TEST_F(ToolProcess, AClosingSegmentOfNoLengthIsWrittenSoItReadsBack) {
     EXPECT_EQ(infoJson({"-"}, written.out)["paths"][0]["vertices"], 4) << written.out;
 }
 
-TEST_F(ToolProcess, NumbersAtTheEdgesOfTheDoubleRange) {
+TEST_F(ToolProcess, NumbersAtTheEdgesOfTheDoubleRangeAndDeepNesting) {
     // A drawing spanning most of the double range still gets a finite SVG frame.
     Outcome const svg = run({"--d", "M-1e308 0L1e308 0", "--format", "svg", "render"});
     EXPECT_EQ(svg.code, 0) << svg.err;
@@ -37,9 +37,7 @@ TEST_F(ToolProcess, NumbersAtTheEdgesOfTheDoubleRange) {
     // A large arc on a circle of radius 1e200 through two points 1 apart goes round the whole circle.
     nlohmann::json const huge = infoJson({"--d", "M0 0A1e200 1e200 0 1 1 1 0"});
     EXPECT_NEAR(huge["paths"][0]["length"].get<double>() / (2 * M_PI * 1e200), 1.0, 1e-6);
-}
-
-TEST_F(ToolProcess, ADocumentNestedAMillionGroupsDeepIsRead) {
+    // A document nested a million groups deep.
     std::string open, close;
     for (int i = 0; i < 1000000; ++i) {
         open += "<g>", close += "</g>";
