@@ -111,6 +111,13 @@ TEST(PBezierAccuracy, NearestPointIsTheGlobalMinimum) {
     }
 }
 
+TEST(PBezierAccuracy, FindParameterHonoursTheTolerance) {
+    PBezier const b{{0, 0}, {100, 200}, {300, 200}, {400, 0}};
+    DPoint const off = b.bValue(0.3) + b.derivative(0.3).ortho().normalized() * 2.0;
+    EXPECT_EQ(b.findParameter(off, 0.5, 1.999), -1.0);
+    EXPECT_NEAR(b.findParameter(off, 0.5, 2.001), 0.3, 1e-6);
+}
+
 // Reference arc length: adaptive Simpson in long double to 1e-15 of the length.
 LD simpson(PBezier const& b, LD a, LD c, LD fa, LD fm, LD fc, LD whole, LD tol, int depth) {
     LD const m = (a + c) / 2, l = (a + m) / 2, r = (m + c) / 2;
