@@ -114,6 +114,9 @@ TEST(LegacyBezier, DraggingPassesThroughTheTargetAndWritesBackIntoItsChain) {
     bare.DragToPoint(0.5, DPoint(49.8125, 10));
     expectNear(bare.GetP2(), {66.5, 40.0 / 3}, 1e-9);
     expectNear(bare.GetCurvePoint(0.5), {49.8125, 10}, 1e-9);
+    CBezier line = evenLine(100);
+    line.DragToPoint(0.75, DPoint(75, 9)); // past the middle the far handle is P1
+    expectNear(line.GetP1(), {100.0 / 3, 8}, 1e-9);
     CArray<BPOINT, BPOINT> chain;
     chain.Add(BPOINT{{-5, -5}, {0, 0}, {0, 100}});
     chain.Add(BPOINT{{100, 100}, {100, 0}, {110, 0}});
