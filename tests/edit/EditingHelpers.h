@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <list>
 #include <set>
 #include <vector>
@@ -17,6 +16,8 @@ namespace editing {
 using Mode = SimplePathVertexTriple::VertexTripleMode;
 using Loc = SimplePathLocationTriple;
 using Vertices = std::set<SimplePathVertex*>;
+using Paths = std::list<PHashablePointer<SimplePath>>;
+using Pair = SimplePathChangeInstruction::PathPosition;
 
 inline SimplePath makePath(std::vector<Loc> const& triples, int closed = 0) {
     SimplePath path;
@@ -54,15 +55,15 @@ inline DPoint pointAt(SimplePath const& path, int i, double t) {
     return DPoint(static_cast<double>(p.x), static_cast<double>(p.y));
 }
 
-// The vertices of the paths' triples; `slots` (if given) is increased by the number of places they fill.
+// The vertices of the paths' triples, and how many places they fill.
 inline Vertices verticesOf(std::vector<SimplePath const*> const& paths, std::size_t* slots = nullptr) {
     Vertices out;
     for (SimplePath const* path : paths) {
         for (SimplePathVertexTriple const& t : path->getTripleList()) {
             out.insert({t.first, t.anchor, t.last});
-        }
-        if (slots != nullptr) {
-            *slots += 3 * static_cast<std::size_t>(path->numTriples());
+            if (slots != nullptr) {
+                *slots += 3;
+            }
         }
     }
     return out;
@@ -77,21 +78,6 @@ inline Vertices added(SimplePathChangeInstruction const& change) {
 inline Vertices removed(SimplePathChangeInstruction const& change) {
     Vertices out;
     change.simplePathVerticesRemoved(out);
-    return out;
-}
-
-using Paths = std::list<PHashablePointer<SimplePath>>;
-
-// What `path` became; the list given to the change instruction starts with a stale entry it must clear.
-inline Paths translated(SimplePathChangeInstruction const& change, SimplePath* path) {
-    Paths out(1);
-    change.translate(PHashablePointer<SimplePath>(path), out);
-    return out;
-}
-
-inline Paths removedPaths(SimplePathChangeInstruction const& change) {
-    Paths out;
-    change.simplePathsRemoved(out);
     return out;
 }
 
@@ -117,9 +103,8 @@ inline void expectExactOwnership(Vertices before, std::vector<SimplePath const*>
     EXPECT_EQ(before, held);
 }
 
-// Positions held elsewhere follow an edit: a (path, position) pair recorded before the edit and carried
-// through the change instruction must name the same drawn point afterwards, wherever the edit kept it.
-using Pair = SimplePathChangeInstruction::PathPosition;
+// A (path, position) pair held elsewhere, with the point it names; carried through the change
+// instruction it must name the same point afterwards, wherever the edit kept it.
 struct Held {
     Pair pair;
     DPoint point;
@@ -140,16 +125,10 @@ inline std::vector<Held> holdPositions(std::vector<SimplePath*> const& paths) {
     return out;
 }
 
-// `kept` says which held pairs the edit is meant to keep on the drawn curve; nullptr keeps them all.
-inline void expectFollow(std::vector<Held> const& held, SimplePathChangeInstruction const& change,
-                         std::function<bool(Pair const&)> const& kept = nullptr) {
+inline void expectFollow(std::vector<Held> const& held, SimplePathChangeInstruction const& change) {
     for (Held const& h : held) {
-        if (kept && !kept(h.pair)) {
-            continue;
-        }
         Pair const moved = change.translate(h.pair);
-        SCOPED_TRACE(testing::Message()
-                     << "from " << h.pair.second.getIndex() << ", " << h.pair.second.getParameter());
+        SCOPED_TRACE(testing::Message() << h.pair.second.getIndex() << ", " << h.pair.second.getParameter());
         ASSERT_GE(segmentsOf(*moved.first), moved.second.getIndex()); // (segments, 0.0) is the end anchor
         EXPECT_LT(
             distance(h.point, pointAt(*moved.first, moved.second.getIndex(), moved.second.getParameter())),

@@ -3,11 +3,11 @@
 #include <cmath>
 #include <functional>
 #include <limits>
-#include <list>
 #include <vector>
 
 #include "EditingHelpers.h"
 #include "simplepath/interfaces/ArbTrans.h"
+#include "simplepath/path/SimplePathDPointVertex.h"
 
 using namespace editing;
 
@@ -36,27 +36,15 @@ Setter const Smooth = &SimplePath::setSmoothMode, Symmetric = &SimplePath::setSy
 // createVertexTriple calls a segment straight when its handles are within 1e-7 of their anchors; the
 // insertion itself only when they lie exactly there.
 TEST(VertexInsertion, StraightSegmentTestsDifferInTolerance) {
-    struct Row {
-        double handleOffset;
-        bool createdStraight, insertedStraight;
-    } const rows[] = {{0.0, true, true}, {1e-8, true, false}, {1e-3, false, false}};
-    for (Row const& row : rows) {
-        SCOPED_TRACE(row.handleOffset);
-        SimplePath path = makePath({{{0, 0}, {0, 0}, {row.handleOffset, 0}, Mode::Cusp},
-                                    {{10 - row.handleOffset, 0}, {10, 0}, {10, 0}, Mode::Cusp}});
-        SimplePathVertexTriple made;
-        path.createVertexTriple(at(path, 0, 0.25), made);
-        EXPECT_EQ(row.createdStraight, retracted(made));
-        EXPECT_EQ(Mode::Smooth, made.mode);
-        delete made.first, delete made.anchor, delete made.last;
-        SimplePathChangeInstruction change;
-        ASSERT_EQ(SimplePath::Success, path.addVertexAtPosition(at(path, 0, 0.25), change));
-        EXPECT_EQ(row.insertedStraight, retracted(path.getTripleList()[1]));
-        if (row.insertedStraight) {
-            EXPECT_EQ(DPoint(1.5625, 0), path.getTripleList()[1].anchor->getLocation()); // B(0.25)
-            EXPECT_TRUE(retracted(path.getTripleList()[0]) && retracted(path.getTripleList()[2]));
-        }
-    }
+    SimplePath path =
+        makePath({{{0, 0}, {0, 0}, {1e-8, 0}, Mode::Cusp}, {{10 - 1e-8, 0}, {10, 0}, {10, 0}, Mode::Cusp}});
+    SimplePathVertexTriple made;
+    path.createVertexTriple(at(path, 0, 0.25), made);
+    EXPECT_TRUE(retracted(made));
+    delete made.first, delete made.anchor, delete made.last;
+    SimplePathChangeInstruction change;
+    ASSERT_EQ(SimplePath::Success, path.addVertexAtPosition(at(path, 0, 0.25), change));
+    EXPECT_FALSE(retracted(path.getTripleList()[1]));
 }
 
 // Where the new triple lands, that the transform and exactly its three vertices are recorded, and that
@@ -72,9 +60,7 @@ TEST(VertexInsertion, PlacesTheNewTripleKeepingTheShape) {
                       {4, 1, 3, 0.6, 4, false}, // closing segment: appended at the end
                       {4, 0, 3, 0.0, 3, false}, // last vertex of an open path: duplicate second to last
                       {1, 1, 0, 0.5, 1, false}, // one-vertex closed path: its segment runs back to itself
-                      {4, 1, 0, 0.5, 1, false}, // segment 0 of a closed path
-                      {4, 0, 1, 0.3, 2, true},  // the Ex form, inner and closing segment
-                      {4, 1, 3, 0.6, 4, true}};
+                      {4, 1, 3, 0.6, 4, true}}; // the Ex form
     for (Row const& row : rows) {
         SCOPED_TRACE(&row - rows);
         SimplePath path = wiggly(row.n, row.closed);
@@ -102,21 +88,6 @@ TEST(VertexInsertion, PlacesTheNewTripleKeepingTheShape) {
     }
 }
 
-TEST(VertexDeletion, RemovesTheTripleAndKeepsTheNeighbours) {
-    for (int n : {4, 1}) {
-        SimplePath path = wiggly(n);
-        std::vector<Loc> expected = locationsOf(path);
-        expected.erase(expected.begin() + n / 2);
-        SimplePathVertexTriple const doomed = path.getTripleList()[n / 2];
-        SimplePathChangeInstruction change;
-        ASSERT_EQ(SimplePath::Success, path.deleteVertex(doomed.anchor, change));
-        EXPECT_EQ((Vertices{doomed.first, doomed.anchor, doomed.last}), removed(change));
-        EXPECT_EQ(1u, change.numPositionTransforms());
-        EXPECT_EQ(expected, locationsOf(path));
-        freeRemoved(change);
-    }
-}
-
 TEST(ModeSetting, FormulasConstantsAndNeighbours) {
     // Every triple starts Symmetric: each setter must write the mode it stands for.
     double const r = std::sqrt(20.0);
@@ -133,17 +104,12 @@ TEST(ModeSetting, FormulasConstantsAndNeighbours) {
         // Extended handles: smooth keeps each length, symmetric gives both the mean.
         {{bent}, 0, 0, 1, Smooth, {{-8 / r, 4 / r}, {0, 0}, {16 / r, -8 / r}, Mode::Smooth}},
         {{bent}, 0, 0, 2, Symmetric, {{-12 / r, 6 / r}, {0, 0}, {12 / r, -6 / r}, Mode::Symmetric}},
-        {{bent}, 0, 0, 0, Cusp, {{0, 2}, {0, 0}, {4, 0}, Mode::Cusp}},
         // Retracted handles: a quarter of the chord between the neighbours' handles, or anchor -+ (1, 0).
         {{before, shut, after}, 0, 1, 1, Smooth, {{6, -0.5}, {10, 0}, {14, 0.5}, Mode::Smooth}},
-        {{shut, after}, 0, 0, 2, Smooth, {{8, -1}, {10, 0}, {12, 1}, Mode::Smooth}},
-        {{shut, after, before}, 1, 0, 1, Smooth, {{6, -0.5}, {10, 0}, {14, 0.5}, Mode::Smooth}},
         {{shut}, 1, 0, 1, Symmetric, {{9, 0}, {10, 0}, {11, 0}, Mode::Symmetric}},
         // Cusp pulls retracted handles halfway to the neighbours' handles, mirroring at an open end.
         {{before, shut, after}, 0, 1, 0, Cusp, {{6, 1}, {10, 0}, {14, 2}, Mode::Cusp}},
-        {{shut, after}, 0, 0, 1, Cusp, {{6, -2}, {10, 0}, {14, 2}, Mode::Cusp}},
         {{before, shut}, 0, 1, 1, Cusp, {{6, 1}, {10, 0}, {14, -1}, Mode::Cusp}},
-        {{shut}, 0, 0, 1, Cusp, {{9, 0}, {10, 0}, {11, 0}, Mode::Cusp}},
         {{before, after}, 0, 1, 2, Straight, {{20, 0}, {20, 0}, {20, 0}, Mode::Cusp}},
     };
     for (Row const& row : rows) {
@@ -157,73 +123,38 @@ TEST(ModeSetting, FormulasConstantsAndNeighbours) {
     }
 }
 
-// Every point is mapped and the modes stay, even where bending the plane, (x, y) -> (x + y^2, y), brings
-// aligned handles out of line; an unknown mode becomes Cusp there, but not under a turn or a scale.
-TEST(PathTransforms, MapEveryPointAndKeepAlignedModes) {
+// Bending the plane, (x, y) -> (x + y^2, y), brings aligned handles out of line, yet the modes stay; an
+// unknown mode becomes Cusp there, but not under a scale. (Dragging a segment is left to the tool's tests.)
+TEST(PathTransforms, KeepAlignedModesAndOnlyABendDropsAnUnknownOne) {
     struct Bend : ArbTrans<DPoint> {
         DPoint transform(DPoint const& p) const override { return {p.x + p.y * p.y, p.y}; }
         DPoint reverseTransform(DPoint const& p) const override { return {p.x - p.y * p.y, p.y}; }
     };
     std::vector<Loc> const triples = {{{-1, -1}, {0, 0}, {1, 1}, Mode::Smooth},
-                                      {{9, -1}, {10, 0}, {11, 1}, Mode::Symmetric},
                                       {{29, 1}, {30, 0}, {31, 2}, static_cast<Mode>(7)}};
-    SimplePath bent = makePath(triples);
+    SimplePath bent = makePath(triples), scaled = makePath(triples);
     ASSERT_EQ(SimplePath::Success, bent.transform(Bend()));
-    Mode const modes[] = {Mode::Smooth, Mode::Symmetric, Mode::Cusp};
-    for (std::size_t i = 0; i < triples.size(); ++i) {
-        Loc const& was = triples[i];
-        EXPECT_EQ((Loc{Bend().transform(was.first), Bend().transform(was.anchor), Bend().transform(was.last),
-                       modes[i]}),
-                  locationsOf(bent)[i]);
-    }
-    // A quarter turn about (1, 1), then a scale about the origin.
-    SimplePath moved = makePath(triples);
-    P2DTrans turn;
-    turn.rotate(std::acos(-1.0) / 2);
-    ASSERT_EQ(SimplePath::Success, moved.transform(turn, DPoint(1, 1)));
-    moved.scale(2, 3);
-    EXPECT_NEAR(distance(DPoint(4, 30), locationsOf(moved)[1].anchor), 0.0, 1e-12);
-    EXPECT_EQ(static_cast<Mode>(7), locationsOf(moved)[2].mode);
+    scaled.scale(2, 3);
+    EXPECT_EQ((Loc{{0, -1}, {0, 0}, {2, 1}, Mode::Smooth}), locationsOf(bent)[0]);
+    EXPECT_EQ(Mode::Cusp, locationsOf(bent)[1].mode);
+    EXPECT_EQ((Loc{{58, 3}, {60, 0}, {62, 6}, static_cast<Mode>(7)}), locationsOf(scaled)[1]);
 }
 
-// The dragged segment passes through the target; every vertex object is new and every mode inferred
-// afresh; the segments away from the drag keep their shape (a closed path's closing segment included).
-TEST(DragToPoint, PassesThroughTheTargetAndRebuildsThePath) {
-    struct Row {
-        int closed, index;
-        double t;
-        DVector pull;
-        int untouched; // a triple whose three locations stay
-    } const rows[] = {
-        {0, 1, 0.4, {0.7, 2.1}, 3},
-        {1, 1, 0.4, {0.7, 2.1}, 0},   // the closing segment, not dragged, keeps its shape
-        {1, 3, 0.5, {-1.5, 3.0}, 1},  // the closing segment, dragged
-        {1, 0, 0.0, {-3.0, -7.0}, 2}, // the first anchor of a closed path
-    };
-    for (Row const& row : rows) {
-        SCOPED_TRACE(row.index * 10 + row.closed);
-        SimplePath path = wiggly(4, row.closed, Mode::Symmetric); // so that re-inferred modes show
-        std::vector<Loc> const triples = locationsOf(path);
-        auto const old = verticesOf({&path});
-        DPoint const target = pointAt(path, row.index, row.t) + row.pull;
-        ASSERT_EQ(SimplePath::Success, path.dragToPoint(at(path, row.index, row.t), target));
-
-        EXPECT_EQ(row.closed, path.isClosedSimplePath());
-        ASSERT_EQ(4, path.numTriples());
-        // The position's location lies on the curve at t, so t is its nearest parameter, where the dragged
-        // curve must now pass through the target.
-        EXPECT_LT(distance(pointAt(path, row.index, row.t), target), 1e-9);
-        for (SimplePathVertex* v : verticesOf({&path})) {
-            EXPECT_EQ(0u, old.count(v));
-        }
-        auto const now = locationsOf(path);
-        for (Loc const& t : now) {
-            EXPECT_EQ(SimplePathVertexTriple::inferTripleMode(t.first, t.anchor, t.last), t.mode);
-        }
-        Loc const& was = triples[static_cast<std::size_t>(row.untouched)];
-        Loc const& is = now[static_cast<std::size_t>(row.untouched)];
-        EXPECT_EQ((Loc{was.first, was.anchor, was.last, is.mode}), is);
+TEST(AdoptTriple, TakesTheVerticesAsTheyStandAndRefusesWhatWouldHaveTwoOwners) {
+    SimplePath path = wiggly(3);
+    SimplePathVertexTriple const made(new SimplePathDPointVertex(DPoint(1, 2)),
+                                      new SimplePathDPointVertex(DPoint(3, 4)),
+                                      new SimplePathDPointVertex(DPoint(5, 6)), Mode::Symmetric);
+    SimplePathVertexTriple const held = path.getTripleList()[1];
+    EXPECT_EQ(SimplePath::Failure, path.adoptTriple(made, 4));
+    for (SimplePathVertex* anchor : {held.anchor, static_cast<SimplePathVertex*>(nullptr), made.first}) {
+        EXPECT_EQ(SimplePath::Failure,
+                  path.adoptTriple(SimplePathVertexTriple(made.first, anchor, made.last, Mode::Cusp), 0));
     }
+    ASSERT_EQ(SimplePath::Success, path.adoptTriple(made, -5)); // the front
+    EXPECT_EQ(made, path.getTripleList()[0]);
+    EXPECT_EQ(SimplePath::Failure, path.adoptTriple(made, 2)); // already held
+    EXPECT_EQ(4, path.numTriples());
 }
 
 // Vertices that name no suitable triple (a handle or a foreign anchor, three vertices of different
@@ -231,39 +162,27 @@ TEST(DragToPoint, PassesThroughTheTargetAndRebuildsThePath) {
 // each call fails and leaves the paths and the change instruction as they were. A failed insertion is the
 // exception: it records its position transform first of all, so that stays.
 TEST(VertexEditing, BadArgumentsFailAndChangeNothing) {
-    SimplePath path = wiggly(4), other = wiggly(4), first, closed = wiggly(3, 1), single = wiggly(1);
-    PHashablePointer<SimplePath> firstPath(&first), none, p(&path), o(&other), c(&closed), s(&single);
+    SimplePath path = wiggly(4), other = wiggly(4), first, closed = wiggly(3, 1);
+    PHashablePointer<SimplePath> firstPath(&first), none, p(&path), o(&other), c(&closed);
     SimplePathVertexTriple const t0 = path.getTripleList()[0], t1 = path.getTripleList()[1];
     SimplePathVertex* foreign = other.getTripleList()[1].anchor;
     SimplePathVertex* const end = path.getTripleList()[3].anchor;
     SimplePathVertex* const otherEnd = other.getTripleList()[0].anchor;
-    SimplePathVertex* const closedEnd = closed.getTripleList()[0].anchor;
     auto const vertices = verticesOf({&path, &other, &closed});
     SimplePathChangeInstruction change, inserting;
     DPoint const q(1, 2);
     std::vector<std::function<SimplePath::Result()>> calls = {
         [&] { return path.addVertexAtPosition(at(path, -1, 0.5), inserting); },
         [&] { return path.addVertexAtPosition(at(path, 3, 0.5), inserting); }, // off the last anchor
-        [&] { return path.addVertexAtPosition(at(path, 4, 0.0), inserting); },
         [&] { return path.addVertexAtPosition(at(path, 0, kNaN), inserting); },
-        [&] { return closed.addVertexAtPosition(at(closed, 3, 0.0), inserting); },
         [&] { return path.deleteVertex(t1.first, change); },
-        [&] { return path.deleteVertex(foreign, change); },
         [&] { return path.changeTriple(t1.first, q, t1.anchor, q, t0.last, q, Mode::Smooth, change); },
-        [&] { return path.changeTriple(t1.last, q, t1.anchor, q, t1.first, q, Mode::Smooth, change); },
         [&] { return path.splitVertex(t1.last, change, firstPath, firstPath); },
-        [&] { return path.splitVertex(foreign, change, firstPath, firstPath); },
         [&] { return path.splitVertex(nullptr, change, firstPath, firstPath); },
         [&] { return path.splitVertex(t1.anchor, change, firstPath, none); },
         [&] { return path.dragToPoint(at(path, 1, 0.5), DPoint(kNaN, 0)); },
         [&] { return path.dragToPoint(at(path, 3, 0.0), q); }, // the last anchor starts no segment
-        [&] { return path.dragToPoint(at(path, -1, 0.5), q); },
-        [&] { return SimplePath::join(c, closedEnd, o, otherEnd, change, firstPath); },
-        [&] { return SimplePath::join(p, end, c, closedEnd, change, firstPath); },
-        [&] { return SimplePath::join(s, single.getTripleList()[0].anchor, o, otherEnd, change, firstPath); },
-        [&] { return SimplePath::join(p, path.getTripleList()[3].last, o, otherEnd, change, firstPath); },
-        [&] { return SimplePath::join(p, end, o, foreign, change, firstPath); }, // a middle anchor
-        [&] { return SimplePath::join(p, otherEnd, o, otherEnd, change, firstPath); },
+        [&] { return SimplePath::join(c, closed.getTripleList()[0].anchor, o, otherEnd, change, firstPath); },
         [&] { return SimplePath::join(p, end, p, t0.anchor, change, firstPath); }, // a path with itself
         [&] { return SimplePath::join(p, end, o, otherEnd, change, o); }};         // into an input
     for (Setter setter : {Smooth, Symmetric, Cusp, Straight}) {
@@ -272,14 +191,15 @@ TEST(VertexEditing, BadArgumentsFailAndChangeNothing) {
     for (std::size_t i = 0; i < calls.size(); ++i) {
         SCOPED_TRACE(i);
         EXPECT_EQ(SimplePath::Failure, calls[i]());
-        EXPECT_EQ(locationsOf(wiggly(4)), locationsOf(path));
-        EXPECT_EQ(locationsOf(wiggly(4)), locationsOf(other));
+        EXPECT_TRUE(locationsOf(path) == locationsOf(wiggly(4)) && locationsOf(other) == locationsOf(path));
         EXPECT_EQ(locationsOf(wiggly(3, 1)), locationsOf(closed));
         EXPECT_EQ(vertices, verticesOf({&path, &other, &closed}));
         EXPECT_EQ(0, first.numTriples());
-        EXPECT_TRUE(removedPaths(change).empty() && added(change).empty() && removed(change).empty());
+        Paths gone;
+        change.simplePathsRemoved(gone);
+        EXPECT_TRUE(gone.empty() && added(change).empty() && removed(change).empty());
         EXPECT_EQ(0u, change.numPositionTransforms());
     }
-    EXPECT_EQ(5u, inserting.numPositionTransforms()); // one for each failed insertion
+    EXPECT_EQ(3u, inserting.numPositionTransforms()); // one for each failed insertion
     EXPECT_TRUE(added(inserting).empty());
 }

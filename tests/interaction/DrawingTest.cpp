@@ -2,9 +2,6 @@
 
 #include "RecordingDrawer.h"
 
-#include "simplepath/interaction/TransformedCurveRep.h"
-#include "simplepath/interaction/XYOffsetSimplePathTransform.h"
-
 namespace {
 
 using namespace recording;
@@ -14,98 +11,43 @@ SimplePath makePath(int n, int closed) {
     return pathOf(n, closed, [](int i) { return static_cast<Mode>(i % 3); });
 }
 
-// Fills a rep from triples first..last and checks the points and modes; returns the log.
-std::vector<std::string> expectFilled(SimplePath const& path, int from, int to, int first, int last) {
-    std::vector<std::string> log;
-    Rep rep(&log, 0);
+// Fills a rep from triples first..last and checks the points and modes; returns the rep's events.
+std::string expectFilled(SimplePath const& path, int from, int to, int first, int last) {
+    Rep rep;
     Mode* modes = nullptr;
-    bool const whole = from < 0 && to < 0;
-    whole ? path.initializeDrawerCurveRep(rep, &modes) : path.initializeDrawerCurveRep(rep, from, to, &modes);
+    from < 0 && to < 0 ? path.initializeDrawerCurveRep(rep, &modes)
+                       : path.initializeDrawerCurveRep(rep, from, to, &modes);
     EXPECT_EQ(rep.triples.size(), static_cast<std::size_t>(last - first + 1)) << from << ".." << to;
     for (int i = first; i <= last && i - first < static_cast<int>(rep.triples.size()); ++i) {
         EXPECT_EQ(rep.triples[i - first], tripleAt(i));
         EXPECT_EQ(modes[i - first], static_cast<Mode>(i % 3));
     }
     delete[] modes;
-    return log;
+    return rep.events;
 }
 
 // The whole path sets its open or closed flag once, after the last triple, even when empty; a range
 // clamps, never wraps, leaves the flag alone, and when empty allocates no modes.
 TEST(DrawerCurveRep, WholePathAndRangesFillTheirTriples) {
     for (int closed : {0, 1}) {
-        std::vector<std::string> const log = expectFilled(makePath(4, closed), -1, -1, 0, 3);
-        EXPECT_EQ(log[4], closed ? "rep0 closed" : "rep0 open");
-        EXPECT_EQ(log.size(), 6u); // four triples, the flag, and the delete
+        EXPECT_EQ(expectFilled(makePath(4, closed), -1, -1, 0, 3), closed ? "aaaac" : "aaaao");
         SimplePath empty;
         empty.setStrictClosed(closed);
-        Rep none(nullptr, 1);
-        Mode* noModes = nullptr;
-        empty.initializeDrawerCurveRep(none, closed ? &noModes : nullptr);
-        EXPECT_EQ(none.closed, closed);
-        delete[] noModes;
+        EXPECT_EQ(expectFilled(empty, -1, -1, 0, -1), closed ? "c" : "o");
     }
     SimplePath const path = makePath(5, 1);
     struct Case {
         int from, to, first, last;
-    } const cases[] = {{-3, 2, 0, 2}, {3, 99, 3, 4}, {1, 1, 1, 1}, {-1, 7, 0, 4}, {9, 9, 4, 4}};
+    } const cases[] = {{-3, 2, 0, 2}, {3, 99, 3, 4}, {9, 9, 4, 4}};
     for (Case const c : cases) {
-        EXPECT_EQ(expectFilled(path, c.from, c.to, c.first, c.last).size(), c.last - c.first + 2u);
+        EXPECT_EQ(expectFilled(path, c.from, c.to, c.first, c.last), std::string(c.last - c.first + 1u, 'a'));
     }
     Mode dummy = SimplePathVertexTriple::Cusp;
     Mode *modes = &dummy, *none = &dummy;
-    Rep rep(nullptr, 0);
+    Rep rep;
     path.initializeDrawerCurveRep(rep, 4, 1, &modes);
     SimplePath().initializeDrawerCurveRep(rep, 0, 3, &none);
-    EXPECT_TRUE(modes == nullptr && none == nullptr && rep.triples.empty() && rep.closed == -1);
-}
-
-TEST(DrawerCurveRep, PermanentDrawingFillsDrawsAndDeletesOneRep) {
-    Drawer drawer;
-    makePath(3, 1).permanentDrawCurve(drawer);
-    EXPECT_EQ(joined(drawer.log),
-              "make; rep0 add (-2 0) (0 0) (3 0); rep0 add (8 0) (10 0) (13 0); "
-              "rep0 add (18 0) (20 0) (23 0); rep0 closed; drawPermanentCurve; rep0 delete");
-    Drawer refusing;
-    refusing.refuseReps = true;
-    makePath(3, 1).permanentDrawCurve(refusing);
-    EXPECT_EQ(refusing.log, std::vector<std::string>{"make"});
-}
-
-// Counts every mapping call, to show that a wrapper maps points even with nothing to pass them to.
-struct CountingOffset : XYOffsetSimplePathTransform {
-    CountingOffset() : XYOffsetSimplePathTransform(100, 0) {}
-    DPoint transform(DPoint const& p) const override {
-        ++forward;
-        return XYOffsetSimplePathTransform::transform(p);
-    }
-    mutable int forward = 0;
-};
-
-TEST(TransformedCurveRep, MapsEveryPointForwardsTheRestAndOwnsItsInnerRepOnce) {
-    int const live = liveReps();
-    std::vector<std::string> log;
-    CountingOffset shift;
-    {
-        auto* inner = new Rep(&log, 7);
-        TransformedCurveRep wrapper(inner, shift);
-        EXPECT_EQ(wrapper.getFinalRep(), inner);
-        wrapper.addTriple(DPoint(1, 2), DPoint(3, 4), DPoint(5, 6));
-        wrapper.setClosed();
-        wrapper.popBackTriple();
-        wrapper.setOpen();
-        EXPECT_EQ(joined(log), "rep7 add (101 2) (103 4) (105 6); rep7 closed; rep7 pop; rep7 open");
-        TransformedCurveRep outer(new TransformedCurveRep(new Rep(nullptr, 1), shift), shift);
-        EXPECT_NE(outer.getFinalRep()->getFinalRep(), nullptr); // one level deep only
-        TransformedCurveRep copy(outer); // wraps nothing: the inner rep keeps one owner
-        EXPECT_EQ(copy.getFinalRep(), nullptr);
-        // Without an inner rep the points are still mapped, and everything is dropped.
-        copy.addTriple(DPoint(), DPoint(), DPoint());
-        copy.setOpen();
-        copy.popBackTriple();
-        EXPECT_EQ(shift.forward, 6);
-    }
-    EXPECT_EQ(liveReps(), live);
+    EXPECT_TRUE(modes == nullptr && none == nullptr && rep.events.empty());
 }
 
 } // namespace

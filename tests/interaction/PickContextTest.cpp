@@ -5,6 +5,7 @@
 #include "simplepath/interaction/SimplePathVertexPickContext.h"
 #include "simplepath/interaction/XYOffsetSimplePathTransform.h"
 
+#include <cmath>
 #include <limits>
 #include <memory>
 
@@ -44,9 +45,6 @@ TEST(VertexPickContext, DragRules) {
         DVector second;
         Loc want;
     } const rows[] = {
-        {kSmooth, 1, {1, 2}, false, {1, 2}, {{9, 2}, {11, 2}, {14, 2}, kSmooth}},
-        {kSmooth, 0, {2, -3}, false, {2, -3}, {{10, -3}, {10, 0}, {10, 3}, kSmooth}},
-        {kSmooth, 0, {2, 0.001}, false, {2, 0.001}, {{10, 0.001}, {10, 0}, {13, 0}, kSmooth}},
         {kSmooth, 0, {2, 0.0011}, false, {2, 0.0011}, {{10, 0.0011}, {10, 0}, {10, -3}, kSmooth}},
         {kSymmetric, 2, {-1.5, 4.25}, false, {-1.5, 4.25}, {{8.5, -4.25}, {10, 0}, {11.5, 4.25}, kSymmetric}},
         {kCusp, 0, {0, 5}, false, {0, 5}, {{8, 5}, {10, 0}, {13, 0}, kCusp}},
@@ -71,53 +69,6 @@ TEST(VertexPickContext, DragRules) {
     }
 }
 
-// The kit snaps about the previous anchor when an anchor is picked (the last one for the first anchor,
-// even of an open path; itself on a one-vertex path), about its own anchor when a handle is.
-TEST(VertexPickContext, SnapKitOriginsAndSnappedMoves) {
-    SimplePath path = makePath(3, 0), single = makePath(1, 0, kCusp, 0);
-    Context middle(&path, tripleOf(path, 1).anchor, DPoint(10, 0));
-    middle.createSnapKit();
-    middle.move(DPoint(20, 0.5)); // onto the horizontal through (0, 0)
-    EXPECT_EQ(editing(middle).anchor, DPoint(20, 0));
-    struct Case {
-        SimplePath* path;
-        int index, role;
-        DPoint origin;
-    } const cases[] = {
-        {&path, 1, 1, {0, 0}}, {&path, 0, 1, {20, 0}}, {&path, 2, 0, {20, 0}}, {&single, 0, 1, {0, 0}}};
-    for (Case const& c : cases) {
-        Context context(c.path, vertexOf(tripleOf(*c.path, c.index), c.role), DPoint());
-        context.createSnapKit();
-        EXPECT_EQ(context.getSnapKit().getPO(), c.origin);
-        EXPECT_EQ(context.getSnapKit().getSnapMode(), SnapKit::AngleSnap);
-    }
-}
-
-// A similar context exists only after a real move; it has no transform and no kit and reads the path
-// afresh, while the editing triple of the original is mapped. The picked triple reports the editing mode.
-TEST(VertexPickContext, CreateSimilarOnlyAfterAMove) {
-    SimplePath path = makePath(3, 0);
-    XYOffsetSimplePathTransform shift(100, 0);
-    Context context(&path, tripleOf(path, 1).last, DPoint(13, 0), &shift);
-    context.createSnapKit();
-    EXPECT_EQ(context.createSimilar(), nullptr);
-    context.offset(DVector(0, 0));
-    EXPECT_EQ(context.createSimilar(), nullptr);
-    context.offset(DVector(1, 0));
-    std::unique_ptr<Context const> similar(context.createSimilar());
-    ASSERT_NE(similar, nullptr);
-    EXPECT_EQ(similar->isSnapKitActive(), 0);
-    DPoint b, a, c, d;
-    similar->getEditingTriple(b, a, c);
-    context.getEditingTriple(b, a, d);
-    EXPECT_EQ(c, DPoint(13, 0));
-    EXPECT_EQ(d, DPoint(114, 0));
-    context.setCuspMode();
-    PHashablePointer<SimplePath> p;
-    SimplePathVertex *bv = nullptr, *av = nullptr, *cv = nullptr;
-    EXPECT_EQ(context.getPickedTriple(p, bv, av, cv, b, a, c), kCusp);
-}
-
 // The changed segments: the previous neighbour with its incoming handle collapsed, the triple, the next
 // neighbour with its outgoing handle collapsed, each present only where the drag changes that segment.
 // The original shape is the same parts from the start locations. A one-vertex path has neighbours only
@@ -126,23 +77,16 @@ TEST(VertexPickContext, OnlyTheSegmentsTheDragChangesAreDrawn) {
     struct Case {
         int n, closed, index, role;
         Mode mode;
-        bool breakMode, previous, next;
+        bool previous, next;
     } const cases[] = {
-        {3, 0, 1, 1, kCusp, false, true, true},     {3, 0, 1, 2, kCusp, false, false, true},
-        {3, 0, 1, 0, kCusp, false, true, false},    {3, 0, 1, 2, kSmooth, false, true, true},
-        {3, 0, 1, 2, kSmooth, true, true, true},    {3, 0, 0, 1, kCusp, false, false, true},
-        {3, 0, 2, 1, kCusp, false, true, false},    {3, 1, 0, 1, kCusp, false, true, true},
-        {3, 1, 2, 0, kSymmetric, true, true, true}, {1, 0, 0, 1, kCusp, false, false, false},
-        {1, 1, 0, 1, kCusp, false, true, true},
+        {3, 0, 1, 2, kCusp, false, true}, {3, 0, 1, 0, kCusp, true, false}, {3, 0, 1, 2, kSmooth, true, true},
+        {3, 0, 0, 1, kCusp, false, true}, {3, 1, 0, 1, kCusp, true, true},  {1, 1, 0, 1, kCusp, true, true},
     };
     for (Case const& c : cases) {
         SCOPED_TRACE(&c - cases);
         SimplePath path = makePath(c.n, c.closed, c.mode, c.index);
         SimplePathVertex* const vertex = vertexOf(tripleOf(path, c.index), c.role);
         Context context(&path, vertex, vertex->getLocation());
-        if (c.breakMode) {
-            context.setCuspMode();
-        }
         context.offset(DVector(0, 1));
         Triple const prev = tripleAt((c.index + c.n - 1) % c.n), next = tripleAt((c.index + 1) % c.n);
         std::vector<Triple> want{{editing(context).first, editing(context).anchor, editing(context).last}};
@@ -158,59 +102,10 @@ TEST(VertexPickContext, OnlyTheSegmentsTheDragChangesAreDrawn) {
         EXPECT_EQ(drawer.calls[0].triples, want);
         EXPECT_EQ(drawer.calls[0].closed, 0);
         EXPECT_EQ(drawer.calls[1].modeValues, std::vector<Mode>{c.mode}); // the mode as picked
-        EXPECT_EQ(drawer.calls[1].first, 1);
-        EXPECT_EQ(drawer.calls[1].second, 0);
         std::unique_ptr<SimplePathDrawer::CurveRep> original(context.createOriginalCurveRep(drawer));
         want[c.previous ? 1 : 0] = tripleAt(c.index);
         EXPECT_EQ(static_cast<Rep&>(*original).triples, want);
         context.permDraw(drawer);
-    }
-}
-
-// With handles the edited triple is drawn on its own; the rubber band is mapped, the original never is.
-TEST(VertexPickContext, XorDrawWithHandlesMapsThroughTheTransform) {
-    SimplePath path = makePath(3, 0);
-    XYOffsetSimplePathTransform shift(100, 0);
-    Context context(&path, tripleOf(path, 1).anchor, DPoint(10, 0), &shift);
-    context.offset(DVector(0, 1));
-    Drawer drawer;
-    context.xorDraw(drawer, 1);
-    EXPECT_EQ(joined(drawer.log), "make; rep0 add (100 0) (100 0) (103 0); rep0 add (108 1) (110 1) (113 1); "
-                                  "rep0 add (118 0) (120 0) (120 0); rep0 open; drawCurve; "
-                                  "drawEditedTriple (108 1) (110 1) (113 1); rep0 delete");
-    EXPECT_TRUE(drawer.calls[0].wrapped);
-    EXPECT_EQ(drawer.calls[1].modeValues, std::vector<Mode>{kSmooth});
-    std::unique_ptr<SimplePathDrawer::CurveRep> original(context.createOriginalCurveRep(drawer));
-    EXPECT_EQ(static_cast<Rep&>(*original).triples[1], tripleAt(1));
-}
-
-// The permanent part is drawn from where the drag started, up to the picked triple, and stops there.
-TEST(VertexPickContext, PermDrawDrawsThePathUpToThePickedTripleAndStops) {
-    std::string const first = "make; rep0 add (-2 0) (0 0) (3 0); ";
-    std::string const drawn = "rep0 open; drawCurveVertices; drawCurve; rep0 delete; make; ";
-    struct Case {
-        int role;
-        Mode mode;
-        std::string log;
-    } const cases[] = {
-        // An anchor drag changes both segments: the first curve holds triple 0, the second nothing.
-        {1, kSmooth, first + drawn + "rep1 open; rep1 delete"},
-        // A cusp's outgoing handle leaves the previous segment: its incoming side joins the first curve.
-        {2, kCusp, first + "rep0 add (8 0) (10 0) (10 0); " + drawn + "rep1 open; rep1 delete"},
-        // A cusp's incoming handle leaves the next segment: the second curve is its outgoing side only.
-        {0, kCusp,
-         first + drawn +
-             "rep1 add (10 0) (10 0) (13 0); rep1 open; drawCurveVertices; drawCurve; rep1 delete"},
-    };
-    for (Case const& c : cases) {
-        SimplePath path = makePath(4, 1, c.mode);
-        SimplePathVertex* const vertex = vertexOf(tripleOf(path, 1), c.role);
-        Context context(&path, vertex, vertex->getLocation());
-        context.offset(DVector(5, 5));
-        Drawer drawer;
-        context.permDraw(drawer);
-        EXPECT_EQ(joined(drawer.log), c.log) << c.role;
-        EXPECT_EQ(drawer.calls[0].modeValues, std::vector<Mode>{c.mode});
     }
 }
 
@@ -238,12 +133,9 @@ TEST(VertexPickContext, InertOnBadInputDrawsNothingAndNeverCrashes) {
         context.permDraw(drawer);
         EXPECT_EQ(context.createOriginalCurveRep(drawer), nullptr);
         EXPECT_TRUE(drawer.calls.empty());
-        if (!valid) {
-            EXPECT_EQ(context.isSnapKitActive(), 0);
-            EXPECT_EQ(context.createSimilar(), nullptr);
-            EXPECT_EQ(context.commit().getVertexTriple().anchor, nullptr);
-            EXPECT_EQ(context.commit().getLocationTriple().anchor, DPoint());
-        }
+        EXPECT_TRUE(valid || (context.isSnapKitActive() == 0 && context.createSimilar() == nullptr &&
+                              context.commit().getVertexTriple().anchor == nullptr &&
+                              context.commit().getLocationTriple().anchor == DPoint()));
     }
 }
 
@@ -253,13 +145,15 @@ TEST(VertexPickContext, AWholeDragLeavesThePathAndTheRepCountAlone) {
     SimplePath path = makePath(5, 1);
     std::vector<Loc> const before = locationsOf(path);
     int const live = liveReps();
-    double const nan = std::numeric_limits<double>::quiet_NaN(),
-                 inf = std::numeric_limits<double>::infinity();
+    double const inf = std::numeric_limits<double>::infinity();
     for (int role = 0; role < 3; ++role) {
         SimplePathVertex* const vertex = vertexOf(tripleOf(path, 1), role);
         XYOffsetSimplePathTransform shift(3, 4);
         Context context(&path, vertex, vertex->getLocation(), &shift);
-        context.createSnapKit();
+        context.createSnapKit(); // about the previous anchor for an anchor, about its own for a handle
+        EXPECT_EQ(context.getSnapKit().getPO(), role == 1 ? DPoint(0, 0) : DPoint(10, 0));
+        context.offset(DVector(0, 0));
+        EXPECT_EQ(context.createSimilar(), nullptr) << "a similar context needs a real move";
         Drawer drawer;
         context.permDraw(drawer);
         for (int step = 0; step < 20; ++step) {
@@ -270,7 +164,7 @@ TEST(VertexPickContext, AWholeDragLeavesThePathAndTheRepCountAlone) {
             EXPECT_EQ(drawn,
                       (Triple{shift.transform(t.first), shift.transform(t.anchor), shift.transform(t.last)}));
         }
-        for (DPoint const& p : {DPoint(nan, 1), DPoint(inf, -inf), DPoint(0, nan)}) {
+        for (DPoint const& p : {DPoint(std::nan(""), 1), DPoint(inf, -inf)}) {
             context.move(p);
             context.xorDraw(drawer, 1);
         }

@@ -5,7 +5,6 @@
 #include "support/PathHelpers.h"
 
 #include <array>
-#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -17,21 +16,6 @@ namespace recording {
 using Mode = SimplePathVertexTriple::VertexTripleMode;
 using Triple = std::array<DPoint, 3>;
 
-inline std::string text(DPoint const& p) {
-    char buffer[64];
-    std::snprintf(buffer, sizeof buffer, "(%.17g %.17g)", p.x, p.y);
-    return buffer;
-}
-
-// The log entries separated by "; ", for comparing a whole log with one string.
-inline std::string joined(std::vector<std::string> const& log) {
-    std::string out;
-    for (std::string const& line : log) {
-        out += (out.empty() ? "" : "; ") + line;
-    }
-    return out;
-}
-
 inline int& liveReps() {
     static int count = 0;
     return count;
@@ -39,86 +23,66 @@ inline int& liveReps() {
 
 class Rep : public SimplePathDrawer::CurveRep {
   public:
-    Rep(std::vector<std::string>* log, int id) : log_(log), id_(id) { ++liveReps(); }
-    ~Rep() override {
-        --liveReps();
-        say("delete");
-    }
+    Rep() { ++liveReps(); }
+    ~Rep() override { --liveReps(); }
     char const* getType() const override { return "Rep"; }
     void addTriple(DPoint const& before, DPoint const& anchor, DPoint const& after) override {
         triples.push_back({before, anchor, after});
-        say("add " + text(before) + " " + text(anchor) + " " + text(after));
+        events += 'a';
     }
-    void popBackTriple() override { say("pop"); }
-    void setOpen() override { say("open", 0); }
-    void setClosed() override { say("closed", 1); }
+    void popBackTriple() override { events += 'p'; }
+    void setOpen() override { events += 'o', closed = 0; }
+    void setClosed() override { events += 'c', closed = 1; }
 
     std::vector<Triple> triples;
-    int closed = -1; // until setOpen or setClosed is called
-
-  private:
-    void say(std::string const& what, int flag = -2) {
-        closed = flag == -2 ? closed : flag;
-        if (log_ != nullptr) {
-            log_->push_back("rep" + std::to_string(id_) + " " + what);
-        }
-    }
-    std::vector<std::string>* log_;
-    int id_;
+    std::string events; // 'a'dded, 'p'opped, set 'o'pen or 'c'losed, in order
+    int closed = -1;    // until setOpen or setClosed is called
 };
 
 // One drawing call with a snapshot of the (innermost) rep it was given.
 struct Call {
-    std::string what;
     std::vector<Triple> triples;
     int closed = -1;
     std::vector<Mode> modeValues; // as many modes as the drawer was told to read
-    int first = 0, second = 0;
-    bool wrapped = false; // the rep was a wrapper around a recording rep
 };
 
 class Drawer : public SimplePathDrawer {
   public:
     bool modesPerTriple = false; // drawCurveVertices reads a mode per triple of the rep, else only one
     bool refuseReps = false;
-    std::vector<std::string> log;
+    int made = 0;
     std::vector<Call> calls;
 
     CurveRep* makeCurveRep() override {
-        log.push_back("make");
-        return refuseReps ? nullptr : new Rep(&log, nextId_++);
+        ++made;
+        return refuseReps ? nullptr : new Rep;
     }
-    void drawCurve(CurveRep* rep) override { record("drawCurve", rep); }
-    void drawPermanentCurve(CurveRep* rep) override { record("drawPermanentCurve", rep); }
-    void drawCurveVertices(CurveRep* rep, Mode* modes, int first, int second) override {
-        Call& call = record("drawCurveVertices", rep);
-        call.first = first;
-        call.second = second;
+    void drawCurve(CurveRep* rep) override { record(rep); }
+    void drawPermanentCurve(CurveRep* rep) override { record(rep); }
+    void drawCurveVertices(CurveRep* rep, Mode* modes, int, int) override {
+        Call& call = record(rep);
         for (std::size_t i = 0; modes != nullptr && i < (modesPerTriple ? call.triples.size() : 1); ++i) {
             call.modeValues.push_back(modes[i]);
         }
     }
     void drawEditedTriple(DPoint const& before, DPoint const& anchor, DPoint const& after,
                           Mode* mode) override {
-        log.push_back("drawEditedTriple " + text(before) + " " + text(anchor) + " " + text(after));
-        calls.push_back({"drawEditedTriple", {}, -1, {}, 0, 0, false});
+        calls.push_back({{{before, anchor, after}}, -1, {}});
         if (mode != nullptr) {
             calls.back().modeValues.push_back(*mode);
         }
     }
 
   private:
-    Call& record(char const* what, CurveRep* rep) {
-        log.push_back(what);
+    Call& record(CurveRep* rep) {
         CurveRep* target = rep != nullptr && rep->getFinalRep() != nullptr ? rep->getFinalRep() : rep;
-        calls.push_back({what, {}, -1, {}, 0, 0, target != rep});
+        calls.push_back({{}, -1, {}});
         if (auto* r = dynamic_cast<Rep*>(target)) {
             calls.back().triples = r->triples;
             calls.back().closed = r->closed;
         }
         return calls.back();
     }
-    int nextId_ = 0;
 };
 
 // Triple i of path `p`: anchor (10 i, 100 p), handles 2 before and 3 after, so the lengths differ.

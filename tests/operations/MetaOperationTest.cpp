@@ -1,6 +1,6 @@
-// Groups of operations: execution front to back with the first failure returned at once, undo back to
-// front, ownership of members, the group's record with its deliberate refill rule, and a whole session
-// of vertex edits replayed from one record on a fresh copy of the drawing.
+// Groups of operations: members run front to back and the first failure is returned at once, undo runs
+// back to front, the group owns its members, and its record holds one entry per member (refilled in
+// place, deliberately, when the caller hands an old one back).
 
 #include <list>
 #include <memory>
@@ -13,7 +13,6 @@
 #include "simplepath/edit/SimplePathChangeInstruction.h"
 #include "simplepath/operations/SimplePathMetaOperation.h"
 #include "simplepath/operations/SimplePathOperationFactory.h"
-#include "simplepath/operations/setCuspModeOperation.h"
 
 using namespace ops_test;
 
@@ -22,17 +21,16 @@ namespace {
 using F = SimplePathOperationFactory;
 using Info = SimplePathOperation::SegmentIndependentInformation;
 using Meta = SimplePathMetaOperation;
-using Mode = SimplePathVertexTriple::VertexTripleMode;
+using Paths = std::list<PHashablePointer<SimplePath>>;
+using Log = std::vector<std::string>;
 
 // A member that writes what happens to it into a shared log and answers with a set result.
 class Probe : public SimplePathOperation {
   public:
-    Probe(std::vector<std::string>& log, std::string name, SimplePath* path = nullptr,
-          Result answer = Success)
+    Probe(Log& log, std::string name, SimplePath* path = nullptr, Result answer = Success)
         : log(log), name(std::move(name)), path(path), answer(answer) {}
     ~Probe() override { log.push_back("~" + name); }
-    Result executeOperation(std::list<PHashablePointer<SimplePath>>& affected,
-                            SimplePathChangeInstruction&) override {
+    Result executeOperation(Paths& affected, SimplePathChangeInstruction&) override {
         log.push_back("do " + name);
         if (answer == Success && path != nullptr) {
             affected.push_back(path);
@@ -47,144 +45,90 @@ class Probe : public SimplePathOperation {
     void undoOperation() override { log.push_back("undo " + name); }
 
   private:
-    std::vector<std::string>& log;
+    Log& log;
     std::string name;
     SimplePath* path;
     Result answer;
 };
 
-TEST(MetaOperation, MembersRunFrontToBackUndoBackToFrontAndDieFromTheBack) {
-    std::vector<std::string> log;
-    SimplePath a, b;
+TEST(MetaOperation, RunsInOrderStopsAtTheFirstFailureAndOwnsItsMembers) {
+    Log log;
+    SimplePath a, b, c;
+    SimplePathChangeInstruction change;
     {
         Meta group;
         group.addOperation(new Probe(log, "1", &a));
         group.addOperation(nullptr);
         group.addOperation(new Probe(log, "2", &b));
         EXPECT_EQ(2u, group.getOperations().size());
-        std::list<PHashablePointer<SimplePath>> affected{PHashablePointer<SimplePath>(&b)};
-        SimplePathChangeInstruction change;
+        Paths affected{&b};
         EXPECT_EQ(SimplePathOperation::Success, group.executeOperation(affected, change));
-        // Appended, in member order, after what the list held.
-        EXPECT_EQ((std::list<PHashablePointer<SimplePath>>{&b, &a, &b}), affected);
+        EXPECT_EQ((Paths{&b, &a, &b}), affected); // appended in member order
         group.undoOperation();
     }
-    EXPECT_EQ((std::vector<std::string>{"do 1", "do 2", "undo 2", "undo 1", "~2", "~1"}), log);
-}
+    EXPECT_EQ((Log{"do 1", "do 2", "undo 2", "undo 1", "~2", "~1"}), log);
 
-TEST(MetaOperation, TheFirstFailureIsReturnedAtOnceAndItsPathsAreDropped) {
-    std::vector<std::string> log;
-    SimplePath a, b, c;
-    Meta group;
-    group.addOperation(new Probe(log, "1", &a));
-    group.addOperation(new Probe(log, "2", &b, SimplePathOperation::NotJoinable));
-    group.addOperation(new Probe(log, "3", &c));
-    std::list<PHashablePointer<SimplePath>> affected;
-    SimplePathChangeInstruction change;
-    EXPECT_EQ(SimplePathOperation::NotJoinable, group.executeOperation(affected, change));
-    EXPECT_EQ((std::list<PHashablePointer<SimplePath>>{&a}), affected);
-    EXPECT_EQ((std::vector<std::string>{"do 1", "do 2"}), log);
-}
+    log.clear();
+    {
+        Meta group;
+        group.addOperation(new Probe(log, "1", &a));
+        group.addOperation(new Probe(log, "2", &b, SimplePathOperation::NotJoinable));
+        group.addOperation(new Probe(log, "3", &c));
+        Paths affected;
+        EXPECT_EQ(SimplePathOperation::NotJoinable, group.executeOperation(affected, change));
+        EXPECT_EQ(Paths{&a}, affected);
+    }
+    EXPECT_EQ((Log{"do 1", "do 2", "~3", "~2", "~1"}), log);
 
-TEST(MetaOperation, AListIsTakenUpToItsFirstNull) {
-    std::vector<std::string> log;
+    // A list is taken up to its first null; a copy of a group starts empty and frees what it held.
+    log.clear();
     auto* after = new Probe(log, "after");
     {
         Meta group;
         group.addOperationList({new Probe(log, "1"), new Probe(log, "2"), nullptr, after});
         EXPECT_EQ(2u, group.getOperations().size());
+        EXPECT_TRUE(Meta(group).getOperations().empty());
+        Meta assigned;
+        assigned.addOperation(new Probe(log, "3"));
+        assigned = group;
+        EXPECT_TRUE(assigned.getOperations().empty());
     }
-    EXPECT_EQ((std::vector<std::string>{"~2", "~1"}), log);
+    EXPECT_EQ((Log{"~3", "~2", "~1"}), log);
     delete after; // never taken: still the caller's
 }
 
-TEST(MetaOperation, AnEmptyGroupDoesNothingAndItsRecordRebuildsIntoNothing) {
-    Meta group;
-    std::list<PHashablePointer<SimplePath>> affected;
-    SimplePathChangeInstruction change;
-    EXPECT_EQ(SimplePathOperation::Success, group.executeOperation(affected, change));
-    EXPECT_TRUE(affected.empty());
+TEST(MetaOperation, TheRecordHasAnEntryPerMemberAndIsRefilledInPlace) {
+    Drawing d;
+    auto cusp = [&](int p, int i) {
+        return F::createSetCuspModeOperation(d.path(p), d.triple(p, i).anchor, false);
+    };
     Info* info = nullptr;
-    ASSERT_EQ(2, group.RetreiveSegIndependentInfo(info));
+    Meta empty;
+    EXPECT_EQ(SimplePathOperation::Success, execute(empty).result);
+    ASSERT_EQ(2, empty.RetreiveSegIndependentInfo(info));
     std::unique_ptr<Info> record(info);
     auto* meta = dynamic_cast<Meta::MetaOpInformation*>(info);
     ASSERT_NE(nullptr, meta);
-    EXPECT_EQ(2, meta->getType());
     EXPECT_EQ(0, meta->count);
-    Meta shell;
-    EXPECT_EQ(0, shell.ApplySegIndependentInfo(info));
     EXPECT_EQ(nullptr, F::createOperationFromSII(info));
-    EXPECT_EQ(-1, Meta::MetaOpInformation().count);
-    EXPECT_EQ(nullptr, Meta::MetaOpInformation().records);
-}
 
-// A session of vertex edits, each executed as the user makes it and gathered into one group.
-std::unique_ptr<Meta> session(Drawing& d) {
-    auto group = std::make_unique<Meta>();
-    std::list<PHashablePointer<SimplePath>> affected;
-    SimplePathChangeInstruction change;
-    SimplePathPosition position;
-    EXPECT_EQ(SimplePath::Success, d.path(1)->makePosition(1, 0.4, position));
-    std::vector<SimplePathOperation*> edits{
-        F::createSetCuspModeOperation(d.path(2), d.triple(2, 0).anchor, false),
-        F::createMoveSelectedVerticesOperation(d.path(0), d.triple(0, 1).last, DVector(3, 4), false),
-        F::createChangeVertexOperation(
-            d.path(2), d.triple(2, 1),
-            SimplePathLocationTriple(DPoint(1, 90), DPoint(5, 95), DPoint(9, 90), Mode::Cusp), false),
-        F::createAddVertexAtPositionOperation(d.path(1), position, false),
-        F::createSetSmoothModeOperation(d.path(0), d.triple(0, 3).last, false),
-        F::createDeleteVertexOperation(d.path(0), d.triple(0, 2).anchor, false),
-    };
-    for (SimplePathOperation* op : edits) {
-        EXPECT_NE(nullptr, op);
-        EXPECT_EQ(SimplePathOperation::Success, op->executeOperation(affected, change));
-        group->addOperation(op);
+    // Refilled for a larger group (nothing is read past the old array), then a smaller one.
+    Meta four;
+    for (int i = 0; i < 4; ++i) {
+        four.addOperation(cusp(0, i));
     }
-    return group;
-}
-
-TEST(MetaOperation, ASessionOfVertexEditsReplaysOnAFreshCopyBitForBit) {
-    Drawing original;
-    Drawing copy;
-    std::vector<std::string> const untouched = copy.bytes();
-    std::unique_ptr<Meta> group = session(original);
-    ASSERT_EQ(6u, group->getOperations().size());
-
-    Info* info = nullptr;
-    ASSERT_EQ(2, group->RetreiveSegIndependentInfo(info));
-    std::unique_ptr<Info> record(info);
-    auto* meta = static_cast<Meta::MetaOpInformation*>(info);
-    ASSERT_EQ(6, meta->count);
-    for (int i = 0; i < meta->count; ++i) {
-        ASSERT_NE(nullptr, meta->records[i]);
-        EXPECT_EQ(nullptr, meta->records[i]->pathSeg); // the host sets it once, on the outer record
+    EXPECT_EQ(1, four.RetreiveSegIndependentInfo(info));
+    ASSERT_EQ(4, meta->count);
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_NE(nullptr, meta->records[i]);
     }
-    record->pathSeg = &copy.seg;
-    record->pickCallback = &pickInDrawing;
-    std::unique_ptr<SimplePathOperation> replay(F::createOperationFromSII(info));
-    ASSERT_NE(nullptr, replay);
-    EXPECT_EQ(&copy.seg, meta->records[0]->pathSeg);
-    std::list<PHashablePointer<SimplePath>> affected;
-    SimplePathChangeInstruction change;
-    ASSERT_EQ(SimplePathOperation::Success, replay->executeOperation(affected, change));
-    EXPECT_EQ(original.bytes(), copy.bytes());
 
-    // One undoable step on the copy, and the session's own undo on the original.
-    replay->undoOperation();
-    EXPECT_EQ(untouched, copy.bytes());
-    group->undoOperation();
-    EXPECT_EQ(untouched, original.bytes());
-}
-
-TEST(MetaOperation, MembersWithoutARecordLeaveAnEmptyEntryAndAreSkippedOnRebuild) {
-    Drawing d;
+    // A member without a record leaves an empty entry and is skipped on rebuild.
     Meta group;
-    group.addOperation(F::createSetCuspModeOperation(d.path(2), d.triple(2, 0).anchor, false));
+    group.addOperation(cusp(2, 0));
     group.addOperation(F::createTranslateOperation(d.path(1), DVector(1, 1)));
-    Info* info = nullptr;
-    ASSERT_EQ(2, group.RetreiveSegIndependentInfo(info));
-    std::unique_ptr<Info> record(info);
-    auto* meta = static_cast<Meta::MetaOpInformation*>(info);
+    EXPECT_EQ(1, group.RetreiveSegIndependentInfo(info));
+    EXPECT_EQ(record.get(), info);
     ASSERT_EQ(2, meta->count);
     EXPECT_NE(nullptr, meta->records[0]);
     EXPECT_EQ(nullptr, meta->records[1]);
@@ -201,59 +145,6 @@ TEST(MetaOperation, MembersWithoutARecordLeaveAnEmptyEntryAndAreSkippedOnRebuild
     std::unique_ptr<SimplePathOperation> none(F::createOperationFromSII(info));
     ASSERT_NE(nullptr, none);
     EXPECT_TRUE(static_cast<Meta*>(none.get())->getOperations().empty());
-
-    // A record of another tag is refused and left alone.
-    Info* other = nullptr;
-    std::unique_ptr<SimplePathOperation> cusp(
-        F::createSetCuspModeOperation(d.path(2), d.triple(2, 1).anchor, false));
-    ASSERT_EQ(2, cusp->RetreiveSegIndependentInfo(other));
-    std::unique_ptr<Info> otherRecord(other);
-    EXPECT_EQ(0, group.RetreiveSegIndependentInfo(other));
-    EXPECT_EQ(otherRecord.get(), other);
-}
-
-TEST(MetaOperation, ARecordIsRefilledInPlaceWithTheNewCount) {
-    Drawing d;
-    Meta three;
-    for (int i = 0; i < 3; ++i) {
-        three.addOperation(F::createSetCuspModeOperation(d.path(0), d.triple(0, i).anchor, false));
-    }
-    Info* info = nullptr;
-    ASSERT_EQ(2, three.RetreiveSegIndependentInfo(info));
-    std::unique_ptr<Info> record(info);
-    auto* meta = static_cast<Meta::MetaOpInformation*>(info);
-    ASSERT_EQ(3, meta->count);
-
-    Meta one;
-    one.addOperation(F::createSetCuspModeOperation(d.path(1), d.triple(1, 0).anchor, false));
-    EXPECT_EQ(1, one.RetreiveSegIndependentInfo(info));
-    EXPECT_EQ(record.get(), info);
-    EXPECT_EQ(1, meta->count);
-    ASSERT_NE(nullptr, meta->records[0]);
-
-    // Refilled for a larger group: the count and entries follow, nothing is read past the old array.
-    Meta four;
-    for (int i = 0; i < 4; ++i) {
-        four.addOperation(F::createSetCuspModeOperation(d.path(0), d.triple(0, i).anchor, false));
-    }
-    EXPECT_EQ(1, four.RetreiveSegIndependentInfo(info));
-    EXPECT_EQ(4, meta->count);
-    for (int i = 0; i < 4; ++i) {
-        EXPECT_NE(nullptr, meta->records[i]);
-    }
-}
-
-TEST(MetaOperation, ACopyOfAGroupStartsEmpty) {
-    std::vector<std::string> log;
-    Meta group;
-    group.addOperation(new Probe(log, "1"));
-    Meta copy(group);
-    EXPECT_TRUE(copy.getOperations().empty());
-    Meta assigned;
-    assigned.addOperation(new Probe(log, "2"));
-    assigned = group;
-    EXPECT_TRUE(assigned.getOperations().empty());
-    EXPECT_EQ((std::vector<std::string>{"~2"}), log);
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 // objects in order) to compare states bit for bit and object for object.
 
 #include <algorithm>
+#include <list>
 #include <map>
 #include <memory>
 #include <set>
@@ -14,11 +15,13 @@
 
 #include <gtest/gtest.h>
 
+#include "simplepath/edit/SimplePathChangeInstruction.h"
 #include "simplepath/interfaces/ArbTrans.h"
 #include "simplepath/interfaces/BinarySerializer.h"
 #include "simplepath/operations/SimplePathOperation.h"
 #include "simplepath/path/SimplePath.h"
 #include "simplepath/path/SimplePathSerializer.h"
+#include "support/PathQueryHelpers.h"
 
 // The host's design object: the paths of one drawing, in the host's order.
 class PathSeg {
@@ -28,6 +31,8 @@ class PathSeg {
 
 namespace ops_test {
 
+using support::positionOf;
+
 // Finds, within the tolerance of the location, an anchor of any path, else a handle, else a point of a
 // path's curve (the path with a null vertex). Paths are searched in the drawing's order.
 inline int pickInDrawing(PathSeg const* drawing, DPoint const& location, double tolerance,
@@ -36,33 +41,38 @@ inline int pickInDrawing(PathSeg const* drawing, DPoint const& location, double 
         return 0;
     }
     IdTrans<DPoint> const identity;
-    for (SimplePath* p : drawing->paths) {
-        SimplePathVertex* found = nullptr;
-        if (p->pretransformPickAnchor(location, tolerance, identity, found) == SimplePath::Success &&
-            found != nullptr) {
-            path = p;
-            vertex = found;
-            return 1;
-        }
-    }
-    for (SimplePath* p : drawing->paths) {
-        SimplePathVertex* found = nullptr;
-        if (p->pickVertex(location, tolerance, found) == SimplePath::Success && found != nullptr) {
-            path = p;
-            vertex = found;
-            return 1;
-        }
-    }
-    for (SimplePath* p : drawing->paths) {
-        SimplePathPosition at;
-        if (p->numTriples() > 1 && p->pickPosition(location, tolerance, at) == SimplePath::Success) {
-            path = p;
-            vertex = nullptr;
-            index = at.getIndex();
-            return 1;
+    for (int pass = 0; pass < 3; ++pass) {
+        for (SimplePath* p : drawing->paths) {
+            SimplePathVertex* found = nullptr;
+            SimplePathPosition at;
+            bool const hit =
+                pass == 0
+                    ? p->pretransformPickAnchor(location, tolerance, identity, found) == SimplePath::Success
+                : pass == 1
+                    ? p->pickVertex(location, tolerance, found) == SimplePath::Success
+                    : p->numTriples() > 1 && p->pickPosition(location, tolerance, at) == SimplePath::Success;
+            if (hit && (pass == 2 || found != nullptr)) {
+                path = p;
+                vertex = found;
+                index = pass == 2 ? at.getIndex() : index;
+                return 1;
+            }
         }
     }
     return 0;
+}
+
+// One execution: its result, the paths it reported affected and its change instruction.
+struct Outcome {
+    SimplePathOperation::Result result;
+    std::list<PHashablePointer<SimplePath>> affected;
+    std::unique_ptr<SimplePathChangeInstruction> change = std::make_unique<SimplePathChangeInstruction>();
+};
+
+inline Outcome execute(SimplePathOperation& op) {
+    Outcome run;
+    run.result = op.executeOperation(run.affected, *run.change);
+    return run;
 }
 
 inline std::string bytesOf(SimplePath const& path) {
@@ -81,7 +91,6 @@ struct PathState {
     bool operator==(PathState const& other) const {
         return bytes == other.bytes && vertices == other.vertices;
     }
-    bool operator!=(PathState const& other) const { return !(*this == other); }
 };
 
 inline PathState stateOf(SimplePath const& path) {
@@ -144,8 +153,8 @@ inline SimplePathVertexTriple tripleAt(SimplePath const& path, int index) {
     return path.getTripleList()[index];
 }
 
-// One drawing, built the same way every time: two open paths and a closed one, apart from each other,
-// so that a record taken on one such drawing can be replayed on a fresh copy.
+// Two open paths and a closed one, built the same way every time, so that a record taken on one
+// drawing can be replayed on a fresh copy.
 struct Drawing {
     std::vector<std::unique_ptr<SimplePath>> pool;
     PathSeg seg;
@@ -168,7 +177,6 @@ struct Drawing {
     }
     SimplePath* path(int i) const { return seg.paths[static_cast<std::size_t>(i)]; }
     SimplePathVertexTriple triple(int p, int i) const { return tripleAt(*path(p), i); }
-    // Every path of the drawing, serialized.
     std::vector<std::string> bytes() const {
         std::vector<std::string> out;
         for (SimplePath* p : seg.paths) {

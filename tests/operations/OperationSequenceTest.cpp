@@ -1,9 +1,7 @@
-// Seeded random sequences of vertex operations, undos and redos on random open and closed paths. The
-// model is the chain of exact drawing states (serialized bytes plus vertex objects, per path): an undo
-// must give back exactly the state before its operation, a redo exactly the state its operation first
-// produced, a failed execution must change nothing, and at every step each vertex object sits in one
-// place of one path. Run under the sanitizers, the same sequences catch leaks and double frees of the
-// vertices and paths that operations take out, make and reuse.
+// Seeded random vertex operations, undos and redos on random open and closed paths, against a model of
+// exact drawing states: undo gives back the state before, redo the state first produced, a failure
+// changes nothing, and each vertex object sits in one place of one path. Under the sanitizers the same
+// sequences catch leaks and double frees of the vertices and paths operations take out, make and reuse.
 
 #include <cmath>
 #include <limits>
@@ -15,7 +13,6 @@
 #include <gtest/gtest.h>
 
 #include "OperationHost.h"
-#include "simplepath/edit/SimplePathChangeInstruction.h"
 #include "simplepath/operations/SimplePathOperationFactory.h"
 
 using namespace ops_test;
@@ -44,7 +41,6 @@ class Sequence {
         }
     }
 
-    // Runs `steps` steps; false as soon as an expectation failed.
     void run(int steps) {
         for (int step = 0; step < steps && !testing::Test::HasFailure(); ++step) {
             SCOPED_TRACE(testing::Message() << "step " << step);
@@ -88,8 +84,12 @@ class Sequence {
                             : live[static_cast<std::size_t>(between(0, static_cast<int>(live.size()) - 1))];
     }
 
+    SimplePathVertexTriple tripleOf(SimplePath const& path) {
+        return tripleAt(path, between(0, path.numTriples() - 1));
+    }
+
     SimplePathVertex* randomVertex(SimplePath const& path, bool anchorOnly = false) {
-        SimplePathVertexTriple const t = tripleAt(path, between(0, path.numTriples() - 1));
+        SimplePathVertexTriple const t = tripleOf(path);
         int const which = anchorOnly ? 1 : between(0, 2);
         return which == 0 ? t.first : which == 1 ? t.anchor : t.last;
     }
@@ -108,9 +108,7 @@ class Sequence {
         if (chance(0.02)) {
             t = std::numeric_limits<double>::quiet_NaN();
         }
-        SimplePathPosition position;
-        EXPECT_EQ(SimplePath::Success, path.makePosition(index, t, position));
-        return position;
+        return positionOf(path, index, t);
     }
 
     DPoint randomPoint() { return DPoint(uniform(-50.0, 250.0), uniform(-50.0, 450.0)); }
@@ -120,19 +118,20 @@ class Sequence {
         // Now and then a vertex of another path: the operation must refuse it.
         SimplePath* const other = chance(0.05) ? randomPath() : path;
         bool const growing = path->numTriples() < 40;
-        switch (between(0, 12)) {
-        case 0:
-            return F::createSetCuspModeOperation(path, randomVertex(*other), false);
-        case 1:
-            return F::createSetSmoothModeOperation(path, randomVertex(*other), false);
-        case 2:
-            return F::createSetSymmetricModeOperation(path, randomVertex(*other), false);
-        case 3:
-            return F::createSetStraightModeOperation(path, randomVertex(*other), false);
-        case 4:
+        using ByVertex = SimplePathOperation* (*)(PHashablePointer<SimplePath>, SimplePathVertex*, bool);
+        static ByVertex const byVertex[] = {&F::createSetCuspModeOperation, &F::createSetSmoothModeOperation,
+                                            &F::createSetSymmetricModeOperation,
+                                            &F::createSetStraightModeOperation,
+                                            &F::createDeleteVertexOperation};
+        int const kind = between(0, 12);
+        if (kind < 5) {
+            return byVertex[kind](path, randomVertex(*other), false);
+        }
+        switch (kind) {
+        case 5:
             return F::createMoveSelectedVerticesOperation(path, randomVertex(*other),
                                                           DVector(between(-5, 5), between(-5, 5)), false);
-        case 5: {
+        case 6: {
             // Reference points on the identity box form's corners, which it maps exactly onto themselves,
             // so that a redo (which maps them again) repeats the first execution bit for bit.
             static short const codes[] = {272,  288,  320,  384,  528,  544,  576, 640, 1040, 1056,
@@ -142,19 +141,16 @@ class Sequence {
                                                    DPoint(1.0, 0.0), DPoint(1.0, 1.0), code, PBoxForm(),
                                                    false);
         }
-        case 6:
-            return F::createDeleteVertexOperation(path, randomVertex(*other), false);
         case 7: {
-            SimplePathVertexTriple const t = tripleAt(*other, between(0, other->numTriples() - 1));
             SimplePathLocationTriple target(randomPoint(), randomPoint(), randomPoint(),
                                             static_cast<Mode>(between(0, 2)));
             if (chance(0.05)) {
                 target.anchor.x = std::numeric_limits<double>::infinity();
             }
-            return F::createChangeVertexOperation(path, t, target, false);
+            return F::createChangeVertexOperation(path, tripleOf(*other), target, false);
         }
         case 8: {
-            SimplePathVertexTriple const t = tripleAt(*other, between(0, other->numTriples() - 1));
+            SimplePathVertexTriple const t = tripleOf(*other);
             DVector const drag(between(-6, 6), between(-6, 6));
             SimplePathLocationTriple const target(
                 t.first->getLocation() + drag, t.anchor->getLocation() + drag, t.last->getLocation(), t.mode);
@@ -211,22 +207,19 @@ class Sequence {
             return true; // the factory refused (an end anchor cannot be split)
         }
         DrawingState const before = drawingState(pool);
-        std::list<PHashablePointer<SimplePath>> affected;
-        SimplePathChangeInstruction change;
-        SimplePathOperation::Result const result = op->executeOperation(affected, change);
-        adoptReported(change);
+        Outcome const run = execute(*op);
+        adoptReported(*run.change);
         EXPECT_TRUE(eachVertexOnce(pool));
         ++executions;
-        if (result != SimplePathOperation::Success) {
+        if (run.result != SimplePathOperation::Success) {
             ++failures;
-            EXPECT_TRUE(affected.empty());
-            EXPECT_EQ(before, drawingState(pool))
-                << "a failed operation changed the drawing (" << result << ")";
+            EXPECT_TRUE(run.affected.empty());
+            EXPECT_EQ(before, drawingState(pool)) << "a failed operation changed the drawing";
             op->undoOperation(); // restores the memento a failed execution keeps: the same state
             EXPECT_EQ(before, drawingState(pool));
             return true;
         }
-        EXPECT_FALSE(affected.empty());
+        EXPECT_FALSE(run.affected.empty());
         undone.clear(); // a new edit ends the redo history; those operations are undone and free their own
         done.push_back({std::move(op), before, drawingState(pool)});
         if (done.size() > 24) {
@@ -239,9 +232,9 @@ class Sequence {
         Entry entry = std::move(done.back());
         done.pop_back();
         entry.op->undoOperation();
-        EXPECT_EQ(entry.before, drawingState(pool)) << "undo did not restore the state before";
-        entry.op->undoOperation();
-        EXPECT_EQ(entry.before, drawingState(pool)) << "a second undo changed something";
+        EXPECT_EQ(entry.before, drawingState(pool));
+        entry.op->undoOperation(); // a second undo changes nothing
+        EXPECT_EQ(entry.before, drawingState(pool));
         EXPECT_TRUE(eachVertexOnce(pool));
         undone.push_back(std::move(entry));
     }
@@ -249,11 +242,10 @@ class Sequence {
     void redo() {
         Entry entry = std::move(undone.back());
         undone.pop_back();
-        std::list<PHashablePointer<SimplePath>> affected;
-        SimplePathChangeInstruction change;
-        EXPECT_EQ(SimplePathOperation::Success, entry.op->executeOperation(affected, change));
-        adoptReported(change);
-        EXPECT_EQ(entry.after, drawingState(pool)) << "redo did not repeat the first execution";
+        Outcome const run = execute(*entry.op);
+        EXPECT_EQ(SimplePathOperation::Success, run.result);
+        adoptReported(*run.change);
+        EXPECT_EQ(entry.after, drawingState(pool));
         EXPECT_TRUE(eachVertexOnce(pool));
         done.push_back(std::move(entry));
     }

@@ -12,9 +12,7 @@
 #include <gtest/gtest.h>
 
 #include "OperationHost.h"
-#include "simplepath/edit/SimplePathChangeInstruction.h"
 #include "simplepath/operations/SimplePathOperationFactory.h"
-#include "simplepath/operations/SliceSimplePathOperation.h"
 
 using namespace ops_test;
 
@@ -42,15 +40,17 @@ struct Fixture {
         closed = addPath(pool, b, 1);
         other = addPath(pool, c, 0);
     }
-    std::vector<SimplePath*> all() const { return {open, closed, other}; }
+    DrawingState state() const { return drawingState(pool); }
 };
 
-// The paths an edit reported added are the host's: freed once the operation is gone.
-void freeAdded(SimplePathChangeInstruction const& change) {
-    Paths added;
-    change.simplePathsAdded(added);
-    for (auto const& p : added) {
-        delete p.pointer;
+// None of these operations has a record: both calls answer -1 and clear the caller's pointer, without
+// freeing what it pointed to.
+void expectNoRecord(SimplePathOperation& op) {
+    Info kept;
+    for (int call = 0; call < 2; ++call) {
+        Info* info = &kept;
+        EXPECT_EQ(-1, call == 0 ? op.RetreiveSegIndependentInfo(info) : op.ApplySegIndependentInfo(info));
+        EXPECT_EQ(nullptr, info);
     }
 }
 
@@ -62,68 +62,48 @@ std::vector<DPoint> pointsOf(SimplePath const& path) {
     return out;
 }
 
-// Executes, checks the path against `expected` point for point, undoes to the exact state before, and
-// redoes to the same points.
-void expectWholePathEdit(SimplePathOperation& op, SimplePath& path, std::vector<DPoint> const& expected) {
-    PathState const before = stateOf(path);
-    Paths affected;
-    SimplePathChangeInstruction change;
-    ASSERT_EQ(SimplePathOperation::Success, op.executeOperation(affected, change));
-    EXPECT_EQ(Paths{&path}, affected);
-    std::vector<DPoint> const got = pointsOf(path);
-    ASSERT_EQ(expected.size(), got.size());
-    for (std::size_t i = 0; i < got.size(); ++i) {
-        EXPECT_NEAR(expected[i].x, got[i].x, 1e-12 * (1.0 + std::fabs(expected[i].x)));
-        EXPECT_NEAR(expected[i].y, got[i].y, 1e-12 * (1.0 + std::fabs(expected[i].y)));
-    }
-    op.undoOperation();
-    EXPECT_EQ(before, stateOf(path));
-    op.undoOperation(); // nothing held: nothing done
-    EXPECT_EQ(before, stateOf(path));
-    Paths again;
-    ASSERT_EQ(SimplePathOperation::Success, op.executeOperation(again, change));
-    EXPECT_EQ(got, pointsOf(path));
-    op.undoOperation();
-    EXPECT_EQ(before, stateOf(path));
-}
-
 TEST(PathLevelOperations, TranslateAndTheTwoTransformsMoveEveryPointAndUndoExactly) {
     Fixture f;
-    std::vector<DPoint> const start = pointsOf(*f.open);
-    std::vector<DPoint> shifted, turned, mirrored;
     DPoint const centre(7.0, -3.0);
     double const c = std::cos(0.3), s = std::sin(0.3);
-    for (DPoint const& p : start) {
-        shifted.emplace_back(p.x + 2.5, p.y - 4.0);
-        double const x = p.x - centre.x, y = p.y - centre.y;
-        turned.emplace_back(centre.x + 2.0 * (c * x - s * y), centre.y + 2.0 * (s * x + c * y));
-        mirrored.emplace_back(-p.x, p.y);
-    }
-    Op translate(F::createTranslateOperation(f.open, DVector(2.5, -4.0)));
-    expectWholePathEdit(*translate, *f.open, shifted);
-    Op affine(F::createTransformOperation(f.open, P2DTrans(2.0 * c, -2.0 * s, 2.0 * s, 2.0 * c), centre));
-    expectWholePathEdit(*affine, *f.open, turned);
     struct Mirror : ArbTrans<DPoint> {
         DPoint transform(DPoint const& p) const override { return DPoint(-p.x, p.y); }
         DPoint reverseTransform(DPoint const& p) const override { return DPoint(-p.x, p.y); }
     } mirror;
-    Op arbitrary(F::createTransformOperation(f.open, &mirror));
-    expectWholePathEdit(*arbitrary, *f.open, mirrored);
-}
-
-TEST(PathLevelOperations, ANullTransformFailsAfterItsMementoAndUndoIsStillAnswered) {
-    Fixture f;
-    PathState const before = stateOf(*f.closed);
-    Op op(F::createTransformOperation(f.closed, static_cast<ArbTrans<DPoint>*>(nullptr)));
-    ASSERT_NE(nullptr, op);
-    Paths affected;
-    SimplePathChangeInstruction change;
-    EXPECT_EQ(SimplePathOperation::EditFailed, op->executeOperation(affected, change));
-    EXPECT_TRUE(affected.empty());
-    // The memento taken before the failure is held: a second execution is refused until undo.
-    EXPECT_EQ(SimplePathOperation::EditFailed, op->executeOperation(affected, change));
-    op->undoOperation();
-    EXPECT_EQ(before, stateOf(*f.closed));
+    std::pair<SimplePathOperation*, DPoint (*)(DPoint const&, double, double)> const cases[] = {
+        {F::createTranslateOperation(f.open, DVector(2.5, -4.0)),
+         [](DPoint const& p, double, double) { return DPoint(p.x + 2.5, p.y - 4.0); }},
+        {F::createTransformOperation(f.open, P2DTrans(2.0 * c, -2.0 * s, 2.0 * s, 2.0 * c), centre),
+         [](DPoint const& p, double c, double s) {
+             double const x = p.x - 7.0, y = p.y + 3.0;
+             return DPoint(7.0 + 2.0 * (c * x - s * y), -3.0 + 2.0 * (s * x + c * y));
+         }},
+        {F::createTransformOperation(f.open, &mirror),
+         [](DPoint const& p, double, double) { return DPoint(-p.x, p.y); }},
+    };
+    PathState const before = stateOf(*f.open);
+    std::vector<DPoint> const start = pointsOf(*f.open);
+    for (auto const& [made, expect] : cases) {
+        Op op(made);
+        expectNoRecord(*op);
+        Outcome const run = execute(*op);
+        ASSERT_EQ(SimplePathOperation::Success, run.result);
+        EXPECT_EQ(Paths{f.open}, run.affected);
+        std::vector<DPoint> const got = pointsOf(*f.open);
+        ASSERT_EQ(start.size(), got.size());
+        for (std::size_t i = 0; i < got.size(); ++i) {
+            DPoint const want = expect(start[i], c, s);
+            EXPECT_NEAR(want.x, got[i].x, 1e-12 * (1.0 + std::fabs(want.x)));
+            EXPECT_NEAR(want.y, got[i].y, 1e-12 * (1.0 + std::fabs(want.y)));
+        }
+        op->undoOperation();
+        EXPECT_EQ(before, stateOf(*f.open));
+        op->undoOperation(); // nothing held: nothing done
+        EXPECT_EQ(before, stateOf(*f.open));
+        ASSERT_EQ(SimplePathOperation::Success, execute(*op).result); // redo
+        EXPECT_EQ(got, pointsOf(*f.open));
+        op->undoOperation();
+    }
 }
 
 TEST(PathLevelOperations, DeleteEmptiesThePathReportsItAndUndoGivesTheSameVerticesBack) {
@@ -131,164 +111,115 @@ TEST(PathLevelOperations, DeleteEmptiesThePathReportsItAndUndoGivesTheSameVertic
     EXPECT_EQ(nullptr, F::createDeleteOperation(nullptr));
     PathState const before = stateOf(*f.closed);
     Op op(F::createDeleteOperation(f.closed));
-    Paths affected;
-    SimplePathChangeInstruction change;
-    ASSERT_EQ(SimplePathOperation::Success, op->executeOperation(affected, change));
+    expectNoRecord(*op);
+    Outcome const run = execute(*op);
+    ASSERT_EQ(SimplePathOperation::Success, run.result);
     EXPECT_EQ(0, f.closed->numTriples());
-    EXPECT_EQ(Paths{f.closed}, affected);
+    EXPECT_EQ(Paths{f.closed}, run.affected);
     Paths removed;
-    change.simplePathsRemoved(removed);
+    run.change->simplePathsRemoved(removed);
     EXPECT_EQ(Paths{f.closed}, removed);
     std::set<SimplePathVertex*> gone;
-    change.simplePathVerticesRemoved(gone);
+    run.change->simplePathVerticesRemoved(gone);
     EXPECT_EQ(std::set<SimplePathVertex*>(before.vertices.begin(), before.vertices.end()), gone);
     op->undoOperation();
     EXPECT_EQ(before, stateOf(*f.closed));
     // Executed again and dropped while in effect: the operation frees the vertices it holds.
-    ASSERT_EQ(SimplePathOperation::Success, op->executeOperation(affected, change));
-    op.reset();
-    EXPECT_EQ(0, f.closed->numTriples());
+    ASSERT_EQ(SimplePathOperation::Success, execute(*op).result);
 }
 
 TEST(PathLevelOperations, CloseClosesEveryListedPathInOrderAndUndoReopensThem) {
     Fixture f;
-    Paths none;
-    Op empty(F::createClosePathsOperation(none));
-    Paths affected;
-    SimplePathChangeInstruction change;
-    EXPECT_EQ(SimplePathOperation::EditFailed, empty->executeOperation(affected, change));
-
-    Paths three{f.other, f.open, f.closed};
-    DrawingState const before = drawingState(f.all());
+    Paths none, three{f.other, f.open, f.closed}, withNull{f.open, nullptr, f.other};
+    EXPECT_EQ(SimplePathOperation::EditFailed, execute(*Op(F::createClosePathsOperation(none))).result);
+    DrawingState const before = f.state();
     Op op(F::createClosePathsOperation(three));
+    expectNoRecord(*op);
     three.clear(); // the operation keeps its own copy of the list
-    ASSERT_EQ(SimplePathOperation::Success, op->executeOperation(affected, change));
-    EXPECT_EQ((Paths{f.other, f.open, f.closed}), affected);
-    for (SimplePath* p : f.all()) {
+    Outcome const run = execute(*op);
+    ASSERT_EQ(SimplePathOperation::Success, run.result);
+    EXPECT_EQ((Paths{f.other, f.open, f.closed}), run.affected);
+    for (SimplePath* p : {f.open, f.closed, f.other}) {
         EXPECT_NE(0, p->isClosedSimplePath());
     }
     op->undoOperation();
-    EXPECT_EQ(before, drawingState(f.all()));
+    EXPECT_EQ(before, f.state());
 
     // A null handle in the list ends the walk; the paths closed before it are restored by undo.
-    Paths withNull{f.open, nullptr, f.other};
     Op broken(F::createClosePathsOperation(withNull));
-    Paths some;
-    EXPECT_EQ(SimplePathOperation::MementoFailed, broken->executeOperation(some, change));
+    EXPECT_EQ(SimplePathOperation::MementoFailed, execute(*broken).result);
     EXPECT_NE(0, f.open->isClosedSimplePath());
     EXPECT_EQ(0, f.other->isClosedSimplePath());
     broken->undoOperation();
-    EXPECT_EQ(before, drawingState(f.all()));
+    EXPECT_EQ(before, f.state());
 }
 
 TEST(PathLevelOperations, ACurvedSliceRecordsTheReplacementAndMapsPositionsOntoTheFirstPiece) {
     Fixture f;
-    Paths affected;
-    SimplePathChangeInstruction change;
-    Op noPieces(F::createCurvedSlicePathOperation({f.open}, {}));
-    EXPECT_EQ(SimplePathOperation::EditFailed, noPieces->executeOperation(affected, change));
-    Op noPaths(F::createCurvedSlicePathOperation({}, {f.other}));
-    EXPECT_EQ(SimplePathOperation::EditFailed, noPaths->executeOperation(affected, change));
-    EXPECT_TRUE(affected.empty());
-    EXPECT_EQ(0u, change.numPositionTransforms());
-
+    for (Op const& empty : {Op(F::createCurvedSlicePathOperation({f.open}, {})),
+                            Op(F::createCurvedSlicePathOperation({}, {f.other}))}) {
+        Outcome const run = execute(*empty);
+        EXPECT_EQ(SimplePathOperation::EditFailed, run.result);
+        EXPECT_TRUE(run.affected.empty());
+        EXPECT_EQ(0u, run.change->numPositionTransforms());
+    }
     SimplePath pieceA, pieceB;
     Op op(F::createCurvedSlicePathOperation({f.open, f.closed}, {&pieceA, &pieceB}));
-    ASSERT_EQ(SimplePathOperation::Success, op->executeOperation(affected, change));
-    EXPECT_EQ((Paths{f.open, f.closed}), affected);
+    expectNoRecord(*op);
+    Outcome const run = execute(*op);
+    ASSERT_EQ(SimplePathOperation::Success, run.result);
+    EXPECT_EQ((Paths{f.open, f.closed}), run.affected);
     Paths removed, added;
-    change.simplePathsRemoved(removed);
-    change.simplePathsAdded(added);
+    run.change->simplePathsRemoved(removed);
+    run.change->simplePathsAdded(added);
     EXPECT_EQ((Paths{f.open, f.closed}), removed);
     EXPECT_EQ((Paths{&pieceA, &pieceB}), added);
-    SimplePathPosition at;
-    EXPECT_EQ(SimplePath::Success, f.open->makePosition(1, 0.25, at));
-    auto const moved = change.translate({f.open, at});
-    EXPECT_EQ(&pieceA, moved.first.getPointer());
+    EXPECT_EQ(&pieceA, run.change->translate({f.open, positionOf(*f.open, 1, 0.25)}).first.getPointer());
     op->undoOperation();
 }
 
-TEST(PathLevelOperations, ASliceRefusesDegenerateCutsAndSurvivesBadInput) {
+// Refused cuts and bad input change nothing once undone; a null transform fails after taking its
+// memento, so a second execution is refused until undo.
+TEST(PathLevelOperations, ASliceRefusesDegenerateCutsAndBadInputChangesNothing) {
     Fixture f;
-    DrawingState const before = drawingState(f.all());
-    SimplePathPosition a, b, far, nan;
-    EXPECT_EQ(SimplePath::Success, f.closed->makePosition(1, 0.0, a));
-    EXPECT_EQ(SimplePath::Success, f.closed->makePosition(0, 0.7, b)); // nearest anchor: 1 as well
-    EXPECT_EQ(SimplePath::Success, f.closed->makePosition(1000, 0.0, far));
-    EXPECT_EQ(SimplePath::Success, f.closed->makePosition(2, std::numeric_limits<double>::quiet_NaN(), nan));
-    auto attempt = [&](PHashablePointer<SimplePath> p1, SimplePathPosition const& q1,
-                       PHashablePointer<SimplePath> p2, SimplePathPosition const& q2) {
-        Op op(F::createSlicePathOperation(p1, q1, p2, q2));
-        EXPECT_NE(nullptr, op);
-        Paths affected;
-        SimplePathChangeInstruction change;
-        SimplePathOperation::Result const result = op->executeOperation(affected, change);
-        op->undoOperation();
-        EXPECT_EQ(before, drawingState(f.all()));
-        op.reset();
-        freeAdded(change);
-        return result;
-    };
-    EXPECT_EQ(SimplePathOperation::DegenerateSlice, attempt(f.closed, a, f.closed, a));
-    EXPECT_EQ(SimplePathOperation::DegenerateSlice, attempt(f.closed, a, f.closed, b));
-    EXPECT_EQ(SimplePathOperation::MementoFailed, attempt(nullptr, a, f.closed, b));
-    EXPECT_EQ(SimplePathOperation::MementoFailed, attempt(f.closed, a, nullptr, b));
+    DrawingState const before = f.state();
+    SimplePathPosition const a = positionOf(*f.closed, 1, 0.0);
+    SimplePathPosition const b = positionOf(*f.closed, 0, 0.7); // nearest anchor: 1 as well
+    SimplePathPosition const far = positionOf(*f.closed, 1000, 0.0);
+    SimplePathPosition const nan = positionOf(*f.closed, 2, std::numeric_limits<double>::quiet_NaN());
     SimplePath empty;
-    EXPECT_EQ(SimplePathOperation::EditFailed, attempt(&empty, a, f.closed, b));
     // A position past the end leads to the first anchor; a parameter that is no number to its
-    // segment's start: both cut, and undo restores.
-    EXPECT_EQ(SimplePathOperation::Success, attempt(f.closed, far, f.closed, a));
-    EXPECT_EQ(SimplePathOperation::Success, attempt(f.closed, nan, f.open, a));
-}
-
-TEST(PathLevelOperations, AClosedPathGivenFirstIsCutAsIfGivenSecond) {
-    Fixture one, two;
-    SimplePathPosition onOpen, onClosed;
-    EXPECT_EQ(SimplePath::Success, one.open->makePosition(2, 0.0, onOpen));
-    EXPECT_EQ(SimplePath::Success, one.closed->makePosition(1, 0.0, onClosed));
-    Op forward(F::createSlicePathOperation(one.open, onOpen, one.closed, onClosed));
-    Op swapped(F::createSlicePathOperation(two.closed, onClosed, two.open, onOpen));
-    Paths affected1, affected2;
-    SimplePathChangeInstruction change1, change2;
-    ASSERT_EQ(SimplePathOperation::Success, forward->executeOperation(affected1, change1));
-    ASSERT_EQ(SimplePathOperation::Success, swapped->executeOperation(affected2, change2));
-    auto const* s1 = static_cast<SliceSimplePathOperation*>(forward.get());
-    auto const* s2 = static_cast<SliceSimplePathOperation*>(swapped.get());
-    EXPECT_EQ(bytesOf(*s1->getResultPath(0)), bytesOf(*s2->getResultPath(0)));
-    forward->undoOperation();
-    swapped->undoOperation();
-    forward.reset();
-    swapped.reset();
-    freeAdded(change1);
-    freeAdded(change2);
-}
-
-TEST(PathLevelOperations, NoneHasARecordAndTheCallersRecordIsNotFreed) {
-    Fixture f;
-    ArbTrans<DPoint>* const noTransform = nullptr;
-    Paths list{f.open};
-    SimplePathPosition p0, p1;
-    EXPECT_EQ(SimplePath::Success, f.open->makePosition(0, 0.0, p0));
-    EXPECT_EQ(SimplePath::Success, f.open->makePosition(2, 0.0, p1));
-    std::vector<Op> ops;
-    ops.emplace_back(F::createDeleteOperation(f.open));
-    ops.emplace_back(F::createTranslateOperation(f.open, DVector(1, 1)));
-    ops.emplace_back(F::createTransformOperation(f.open, P2DTrans(), DPoint()));
-    ops.emplace_back(F::createTransformOperation(f.open, noTransform));
-    ops.emplace_back(F::createClosePathsOperation(list));
-    ops.emplace_back(F::createCurvedSlicePathOperation({f.open}, {f.other}));
-    ops.emplace_back(F::createSlicePathOperation(f.open, p0, f.open, p1));
-    Info kept;
-    for (Op const& op : ops) {
+    // segment's start: both cut.
+    std::pair<SimplePathOperation::Result, SimplePathOperation*> const cases[] = {
+        {SimplePathOperation::DegenerateSlice, F::createSlicePathOperation(f.closed, a, f.closed, a)},
+        {SimplePathOperation::DegenerateSlice, F::createSlicePathOperation(f.closed, a, f.closed, b)},
+        {SimplePathOperation::MementoFailed, F::createSlicePathOperation(nullptr, a, f.closed, b)},
+        {SimplePathOperation::MementoFailed, F::createSlicePathOperation(f.closed, a, nullptr, b)},
+        {SimplePathOperation::EditFailed, F::createSlicePathOperation(&empty, a, f.closed, b)},
+        {SimplePathOperation::Success, F::createSlicePathOperation(f.closed, far, f.closed, a)},
+        {SimplePathOperation::Success, F::createSlicePathOperation(f.closed, nan, f.open, a)},
+        {SimplePathOperation::EditFailed,
+         F::createTransformOperation(f.closed, static_cast<ArbTrans<DPoint>*>(nullptr))},
+    };
+    for (auto const& [expected, made] : cases) {
+        Op op(made);
         ASSERT_NE(nullptr, op);
-        Info* info = &kept;
-        EXPECT_EQ(-1, op->RetreiveSegIndependentInfo(info));
-        EXPECT_EQ(nullptr, info);
-        info = &kept;
-        EXPECT_EQ(-1, op->ApplySegIndependentInfo(info));
-        EXPECT_EQ(nullptr, info);
+        expectNoRecord(*op);
+        Outcome const run = execute(*op);
+        EXPECT_EQ(expected, run.result);
+        if (expected == SimplePathOperation::EditFailed) {
+            EXPECT_TRUE(run.affected.empty());
+            EXPECT_EQ(expected, execute(*op).result);
+        }
+        op->undoOperation();
+        EXPECT_EQ(before, f.state());
+        op.reset();
+        Paths added; // reported added: the host's to free
+        run.change->simplePathsAdded(added);
+        for (auto const& p : added) {
+            delete p.pointer;
+        }
     }
-    EXPECT_EQ(0, kept.getType()); // still alive and untouched
 }
 
 } // namespace

@@ -1,10 +1,14 @@
-// The rules of the individual vertex operations: what each edit does, the result codes, and what undo
-// and redo give back. States are compared exactly (bytes and vertex objects).
+// Each vertex operation hands its edit to the right path primitive (whose geometry the edit tests
+// check) and reports the right result. Undo and redo are held to exact states by the random sequences;
+// here undo is checked only where those rarely reach (ends merged at one place, a memento kept by a
+// failed execution).
 
 #include <cmath>
 #include <limits>
 #include <list>
 #include <memory>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -15,7 +19,6 @@
 #include "simplepath/operations/AverageVertexOperation.h"
 #include "simplepath/operations/JoinSimplePathVerticesOperation.h"
 #include "simplepath/operations/SimplePathOperationFactory.h"
-#include "simplepath/operations/SplitSimplePathVertexOperation.h"
 
 using namespace ops_test;
 
@@ -24,19 +27,9 @@ namespace {
 using F = SimplePathOperationFactory;
 using Op = std::unique_ptr<SimplePathOperation>;
 using Mode = SimplePathVertexTriple::VertexTripleMode;
+using Paths = std::list<PHashablePointer<SimplePath>>;
+using Pool = std::vector<std::unique_ptr<SimplePath>>;
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-
-struct Outcome {
-    SimplePathOperation::Result result;
-    std::list<PHashablePointer<SimplePath>> affected;
-    std::unique_ptr<SimplePathChangeInstruction> change = std::make_unique<SimplePathChangeInstruction>();
-};
-
-Outcome execute(SimplePathOperation& op) {
-    Outcome run;
-    run.result = op.executeOperation(run.affected, *run.change);
-    return run;
-}
 
 std::vector<SimplePathLocationTriple> row(int n, double y = 0.0) {
     std::vector<SimplePathLocationTriple> out;
@@ -50,76 +43,60 @@ DPoint at(SimplePathVertex const* v) {
     return v->getLocation();
 }
 
-// Executes, checks the edit with `check`, undoes (twice), checks the state before, redoes and checks
-// that the redo gives exactly the first result.
-template <class Paths, class Check>
-void executeUndoRedo(SimplePathOperation& op, Paths const& pool, Check const& check) {
-    DrawingState const before = drawingState(pool);
-    Outcome const first = execute(op);
-    ASSERT_EQ(SimplePathOperation::Success, first.result);
-    check();
-    DrawingState const after = drawingState(pool);
-    op.undoOperation();
-    EXPECT_EQ(before, drawingState(pool));
-    op.undoOperation();
-    EXPECT_EQ(before, drawingState(pool));
-    ASSERT_EQ(SimplePathOperation::Success, execute(op).result);
-    EXPECT_EQ(after, drawingState(pool));
-    EXPECT_TRUE(eachVertexOnce(pool));
-}
-
-TEST(ModeOperations, EachSetsItsModeThroughAnyVertexOfTheTripleAndUndoes) {
-    std::vector<std::unique_ptr<SimplePath>> pool;
+TEST(VertexOperations, EachEditReachesItsTripleThroughAnyOfItsVertices) {
+    Pool pool;
     SimplePath* const path = addPath(pool, row(3), 0);
     SimplePathVertexTriple const t = tripleAt(*path, 1);
+    auto apply = [&](SimplePathOperation* op) {
+        ASSERT_EQ(SimplePathOperation::Success, execute(*Op(op)).result);
+    };
+    apply(F::createSetSmoothModeOperation(path, t.last, false));
+    EXPECT_EQ(Mode::Smooth, tripleAt(*path, 1).mode);
+    apply(F::createSetSymmetricModeOperation(path, t.first, false));
+    EXPECT_EQ(Mode::Symmetric, tripleAt(*path, 1).mode);
+    apply(F::createSetStraightModeOperation(path, t.anchor, false));
+    EXPECT_EQ((std::vector<DPoint>{at(t.anchor), at(t.anchor)}),
+              (std::vector<DPoint>{at(t.first), at(t.last)}));
+    apply(F::createSetCuspModeOperation(path, t.anchor, false)); // pulls straight handles out
+    EXPECT_NE(at(t.anchor), at(t.first));
 
-    Op smooth(F::createSetSmoothModeOperation(path, t.last, false));
-    executeUndoRedo(*smooth, pool, [&] {
-        EXPECT_EQ(Mode::Smooth, tripleAt(*path, 1).mode);
-        EXPECT_NEAR(0.0, (at(t.first) - at(t.anchor)).cross(at(t.last) - at(t.anchor)), 1e-12);
-    });
-    smooth->undoOperation();
-    Op symmetric(F::createSetSymmetricModeOperation(path, t.first, false));
-    executeUndoRedo(*symmetric, pool, [&] {
-        EXPECT_EQ(Mode::Symmetric, tripleAt(*path, 1).mode);
-        EXPECT_NEAR((at(t.first) - at(t.anchor)).length(), (at(t.last) - at(t.anchor)).length(), 1e-12);
-    });
-    symmetric->undoOperation();
-    Op straight(F::createSetStraightModeOperation(path, t.anchor, false));
-    executeUndoRedo(*straight, pool, [&] {
-        EXPECT_EQ(Mode::Cusp, tripleAt(*path, 1).mode);
-        EXPECT_EQ(at(t.anchor), at(t.first));
-        EXPECT_EQ(at(t.anchor), at(t.last));
-    });
-    // Cusp on a straight vertex pulls the handles out towards the neighbours.
-    Op cusp(F::createSetCuspModeOperation(path, t.anchor, false));
-    executeUndoRedo(*cusp, pool, [&] { EXPECT_NE(at(t.anchor), at(t.first)); });
+    DVector const by(2.5, -1.0);
+    std::vector<DPoint> const moved{at(t.first) + by, at(t.anchor) + by, at(t.last) + by};
+    apply(F::createMoveSelectedVerticesOperation(path, t.first, by, false));
+    EXPECT_EQ(moved, (std::vector<DPoint>{at(t.first), at(t.anchor), at(t.last)}));
+
+    SimplePathLocationTriple const target(DPoint(1, 1), DPoint(2, 2), DPoint(3, 3), Mode::Symmetric);
+    apply(F::createChangeVertexOperation(path, tripleAt(*path, 1), target, false));
+    EXPECT_EQ(DPoint(2, 2), at(t.anchor));
+    EXPECT_EQ(Mode::Symmetric, tripleAt(*path, 1).mode);
+    SimplePathLocationTriple const dragged(DPoint(0, 5), DPoint(1, 6), DPoint(4, 7), Mode::Cusp);
+    apply(F::createVertexPickOperation(path, SimplePathVertexPickAction(tripleAt(*path, 1), dragged), false));
+    EXPECT_EQ(DPoint(4, 7), at(t.last));
 }
 
-TEST(Factory, ShellFlagDecidesWhetherNullArgumentsGiveAnOperation) {
+TEST(Factory, NullArgumentsGiveNothingUnlessAShellIsAskedFor) {
     SimplePath path;
     SimplePathVertex* anchor = nullptr;
     EXPECT_EQ(SimplePath::Success, path.addSingle(DPoint(1.0, 2.0), anchor));
+    SimplePathPosition const none;
     EXPECT_EQ(nullptr, Op(F::createSetCuspModeOperation(nullptr, anchor, false)));
     EXPECT_EQ(nullptr, Op(F::createSetSmoothModeOperation(&path, nullptr, false)));
     EXPECT_EQ(nullptr, Op(F::createDeleteVertexOperation(&path, nullptr, false)));
     EXPECT_EQ(nullptr, Op(F::createMoveSelectedVerticesOperation(nullptr, anchor, DVector(), false)));
-    EXPECT_EQ(nullptr, Op(F::createAddVertexAtPositionOperation(nullptr, SimplePathPosition(), false)));
+    EXPECT_EQ(nullptr, Op(F::createAddVertexAtPositionOperation(nullptr, none, false)));
     EXPECT_EQ(nullptr, Op(F::createJoinVerticesOperation(&path, anchor, nullptr, &path, false)));
-    EXPECT_EQ(nullptr,
-              Op(F::createSplitVertexOperation(nullptr, SimplePathPosition(), nullptr, nullptr, false)));
-
-    // Shells are operations all the same; executed unfilled they fail cleanly and undo harmlessly.
+    EXPECT_EQ(nullptr, Op(F::createSplitVertexOperation(nullptr, none, nullptr, nullptr, false)));
+    // Shells executed unfilled fail cleanly and undo harmlessly.
     std::vector<Op> shells;
     shells.emplace_back(F::createSetCuspModeOperation(nullptr, nullptr, true));
     shells.emplace_back(F::createMoveSelectedVerticesOperation(nullptr, nullptr, DVector(), true));
-    shells.emplace_back(F::createAddVertexAtPositionOperation(nullptr, SimplePathPosition(), true));
+    shells.emplace_back(F::createAddVertexAtPositionOperation(nullptr, none, true));
     shells.emplace_back(F::createAverageVertexOperation(nullptr, nullptr, {}, {}, {}, 0, PBoxForm(), true));
     shells.emplace_back(F::createChangeVertexOperation(nullptr, {}, {}, true));
     shells.emplace_back(F::createInsertVerticesOperation(nullptr, {}, -1, true));
     shells.emplace_back(F::createDeleteVertexOperation(nullptr, nullptr, true));
     shells.emplace_back(F::createJoinVerticesOperation(nullptr, nullptr, nullptr, nullptr, true));
-    shells.emplace_back(F::createSplitVertexOperation(nullptr, SimplePathPosition(), nullptr, nullptr, true));
+    shells.emplace_back(F::createSplitVertexOperation(nullptr, none, nullptr, nullptr, true));
     shells.emplace_back(F::createVertexPickOperation(nullptr, SimplePathVertexPickAction(), true));
     for (Op const& shell : shells) {
         ASSERT_NE(nullptr, shell);
@@ -128,28 +105,66 @@ TEST(Factory, ShellFlagDecidesWhetherNullArgumentsGiveAnOperation) {
         EXPECT_TRUE(run.affected.empty());
         shell->undoOperation();
     }
-    // A vertex of another path is refused by the edit, not the factory.
-    SimplePath other;
-    SimplePathVertex* foreign = nullptr;
-    EXPECT_EQ(SimplePath::Success, other.addSingle(DPoint(5.0, 5.0), foreign));
-    Op wrong(F::createSetSmoothModeOperation(&path, foreign, false));
-    EXPECT_EQ(SimplePathOperation::EditFailed, execute(*wrong).result);
 }
 
-TEST(MoveSelectedVertices, MovesAnchorAndBothHandlesByTheOffset) {
-    std::vector<std::unique_ptr<SimplePath>> pool;
-    SimplePath* const path = addPath(pool, row(3), 1);
-    SimplePathVertexTriple const t = tripleAt(*path, 2);
-    std::vector<DPoint> const was{at(t.first), at(t.anchor), at(t.last)};
-    Op move(F::createMoveSelectedVerticesOperation(path, t.first, DVector(2.5, -1.0), false));
-    executeUndoRedo(*move, pool, [&] {
-        EXPECT_EQ(was[0] + DVector(2.5, -1.0), at(t.first));
-        EXPECT_EQ(was[1] + DVector(2.5, -1.0), at(t.anchor));
-        EXPECT_EQ(was[2] + DVector(2.5, -1.0), at(t.last));
-    });
-    Op infinite(F::createMoveSelectedVerticesOperation(path, t.anchor, DVector(kNaN, 0.0), false));
+TEST(VertexOperations, BadInputIsRefusedByTheEditAndChangesNothing) {
+    Pool pool;
+    SimplePath* const path = addPath(pool, row(3), 0);
+    SimplePath* const other = addPath(pool, row(2, 50.0), 0);
+    SimplePathVertexTriple const t = tripleAt(*path, 1);
+    auto position = [&](int index, double p) { return positionOf(*path, index, p); };
+    SimplePathLocationTriple const target(DPoint(1, 1), DPoint(2, 2), DPoint(3, 3), Mode::Symmetric);
+    SimplePathLocationTriple notANumber = target;
+    notANumber.first.x = kNaN;
+    std::list<SimplePathLocationTriple> const run{curved(DPoint(100, 100), 0.5),
+                                                  curved(DPoint(110, 100), 0.7)};
+    std::list<SimplePathLocationTriple> infinite = run;
+    infinite.back().last.y = std::numeric_limits<double>::infinity();
+    std::pair<char const*, SimplePathOperation*> const cases[] = {
+        {"vertex of another path", F::createSetSmoothModeOperation(path, tripleAt(*other, 0).anchor, false)},
+        {"offset no number",
+         F::createMoveSelectedVerticesOperation(path, t.anchor, DVector(kNaN, 0.0), false)},
+        {"segment past the end", F::createAddVertexAtPositionOperation(path, position(7, 0.5), false)},
+        {"segment before the start", F::createAddVertexAtPositionOperation(path, position(-1, 0.0), false)},
+        {"parameter no number", F::createAddVertexAtPositionOperation(path, position(1, kNaN), false)},
+        {"open path's last anchor", F::createAddVertexAtPositionOperation(path, position(2, 0.5), false)},
+        {"insert past the end", F::createInsertVerticesOperation(path, run, 4, false)},
+        {"insert an infinite point", F::createInsertVerticesOperation(path, infinite, 0, false)},
+        {"change to no number", F::createChangeVertexOperation(path, t, notANumber, false)},
+        {"pick to no number",
+         F::createVertexPickOperation(path, SimplePathVertexPickAction(t, notANumber), false)},
+        // A triple that is not the path's as given (its handles swapped) is refused by the primitive.
+        {"handles swapped",
+         F::createChangeVertexOperation(path, SimplePathVertexTriple(t.last, t.anchor, t.first, t.mode),
+                                        target, false)},
+    };
     DrawingState const before = drawingState(pool);
-    EXPECT_EQ(SimplePathOperation::EditFailed, execute(*infinite).result);
+    for (auto const& [note, made] : cases) {
+        SCOPED_TRACE(note);
+        Op op(made);
+        ASSERT_NE(nullptr, op);
+        Outcome const refused = execute(*op);
+        EXPECT_EQ(SimplePathOperation::EditFailed, refused.result);
+        EXPECT_TRUE(refused.affected.empty());
+        op->undoOperation();
+        EXPECT_EQ(before, drawingState(pool));
+    }
+}
+
+TEST(VertexOperations, AFailedExecutionKeepsItsMementoForUndo) {
+    Pool pool;
+    SimplePath* const path = addPath(pool, row(3), 0);
+    SimplePath* const other = addPath(pool, row(2, 50.0), 0);
+    DrawingState const before = drawingState(pool);
+    // The vertex is not the path's: the memento is taken, then the edit fails.
+    Op del(F::createDeleteVertexOperation(path, tripleAt(*other, 0).anchor, false));
+    EXPECT_EQ(SimplePathOperation::EditFailed, execute(*del).result);
+    // Whatever happens to the path afterwards, undo goes back to the state of that attempt.
+    SimplePathChangeInstruction change;
+    SimplePathVertex* middle = tripleAt(*path, 1).anchor;
+    ASSERT_EQ(SimplePath::Success, path->setStraightMode(middle, change));
+    EXPECT_NE(before, drawingState(pool));
+    del->undoOperation();
     EXPECT_EQ(before, drawingState(pool));
 }
 
@@ -170,196 +185,108 @@ TEST(AverageVertex, SixteenCodesEachTakeOneXAndOneYSource) {
     }
 }
 
+// The reference points are mapped into box space once per execution and the record keeps them mapped,
+// deliberately: a redo maps them again.
 TEST(AverageVertex, MovesTheVertexWithItsHandlesAndMapsItsReferencePointsAgainOnRedo) {
-    std::vector<std::unique_ptr<SimplePath>> pool;
+    Pool pool;
     SimplePath* const path = addPath(pool, row(3), 0);
     SimplePathVertexTriple const t = tripleAt(*path, 1);
-    DVector const inHandle = at(t.first) - at(t.anchor);
+    auto expectNear = [](DPoint const& want, DPoint const& got) {
+        EXPECT_NEAR(want.x, got.x, 1e-9);
+        EXPECT_NEAR(want.y, got.y, 1e-9);
+    };
+    DVector const handle = at(t.first) - at(t.anchor);
     // The box (0,0)-(100,100) mapped onto twice its size: a plain scaling by 2, exact in binary.
     PBoxForm const doubling(DPoint(0, 0), DPoint(100, 100), DPoint(0, 0), DPoint(200, 0), DPoint(0, 200),
                             DPoint(200, 200));
     Op average(F::createAverageVertexOperation(path, t.anchor, DPoint(3, 4), DPoint(5, 6), DPoint(7, 8),
                                                0x40 | 0x200, doubling, false));
     ASSERT_EQ(SimplePathOperation::Success, execute(*average).result);
-    // x from p0 and y from p1, both in box space (doubled), mapped back (halved).
-    EXPECT_NEAR(3.0, at(t.anchor).x, 1e-9);
-    EXPECT_NEAR(6.0, at(t.anchor).y, 1e-9);
-    EXPECT_NEAR(inHandle.x, (at(t.first) - at(t.anchor)).x, 1e-9);
-    EXPECT_NEAR(inHandle.y, (at(t.first) - at(t.anchor)).y, 1e-9);
-
+    expectNear(DPoint(3.0, 6.0), at(t.anchor)); // x of p0, y of p1, doubled in box space and halved back
+    expectNear(at(t.anchor) + handle, at(t.first));
     SimplePathOperation::SegmentIndependentInformation* info = nullptr;
     ASSERT_EQ(2, average->RetreiveSegIndependentInfo(info));
     std::unique_ptr<SimplePathOperation::SegmentIndependentInformation> record(info);
-    auto const& ave = dynamic_cast<AverageVertexOperation::AveOpInformation const&>(*record);
-    EXPECT_NEAR(6.0, ave.p0.x, 1e-9); // mapped once, and kept so
-    EXPECT_EQ(static_cast<short>(0x40 | 0x200), ave.alignment);
-
+    expectNear(DPoint(6.0, 8.0), dynamic_cast<AverageVertexOperation::AveOpInformation&>(*record).p0);
     average->undoOperation();
     ASSERT_EQ(SimplePathOperation::Success, execute(*average).result);
-    EXPECT_NEAR(6.0, at(t.anchor).x, 1e-9); // the redo mapped p0 once more
-    EXPECT_NEAR(12.0, at(t.anchor).y, 1e-9);
-
-    // Code 2176 keeps the anchor where it is.
+    expectNear(DPoint(6.0, 12.0), at(t.anchor));
     average->undoOperation();
+    // Code 2176 keeps the anchor where it is.
     DPoint const still = at(t.anchor);
     Op keep(F::createAverageVertexOperation(path, t.anchor, {}, {}, {}, 2176, doubling, false));
     ASSERT_EQ(SimplePathOperation::Success, execute(*keep).result);
-    EXPECT_NEAR(still.x, at(t.anchor).x, 1e-9);
-    EXPECT_NEAR(still.y, at(t.anchor).y, 1e-9);
+    expectNear(still, at(t.anchor));
 }
 
-TEST(DeleteVertex, AnAnchorGoesWithItsTripleAndAHandleIsRetracted) {
-    std::vector<std::unique_ptr<SimplePath>> pool;
+TEST(DeleteVertex, AnAnchorGoesWithItsTripleAHandleIsRetractedAndTheLastSegmentTakesThePath) {
+    Pool pool;
     SimplePath* const path = addPath(pool, row(4), 1);
     SimplePathVertexTriple const t = tripleAt(*path, 2);
-    Op anchor(F::createDeleteVertexOperation(path, t.anchor, false));
-    executeUndoRedo(*anchor, pool, [&] {
-        EXPECT_EQ(3, path->numTriples());
-        EXPECT_EQ(tripleAt(*path, 2).anchor, tripleAt(*pool[0], 2).anchor);
-        EXPECT_NE(t.anchor, tripleAt(*path, 2).anchor);
-    });
-    anchor->undoOperation();
-
+    SimplePathVertexTriple const next = tripleAt(*path, 3);
     DPoint const anchorAt = at(t.anchor);
     DPoint const lastAt = at(t.last);
     Op handle(F::createDeleteVertexOperation(path, t.first, false));
-    executeUndoRedo(*handle, pool, [&] {
-        EXPECT_EQ(4, path->numTriples());
-        EXPECT_EQ(anchorAt, at(t.first));
-        EXPECT_EQ(anchorAt, at(t.anchor));
-        EXPECT_EQ(lastAt, at(t.last));
-    });
-    handle.reset(); // destroyed with its edit in effect: nothing of the path is freed
-    EXPECT_EQ(anchorAt, at(t.first));
-    anchor.reset(); // undone: it holds no vertex of the path any more
+    ASSERT_EQ(SimplePathOperation::Success, execute(*handle).result);
     EXPECT_EQ(4, path->numTriples());
-}
+    EXPECT_EQ((std::vector<DPoint>{anchorAt, anchorAt, lastAt}),
+              (std::vector<DPoint>{at(t.first), at(t.anchor), at(t.last)}));
+    Op anchor(F::createDeleteVertexOperation(path, t.anchor, false));
+    ASSERT_EQ(SimplePathOperation::Success, execute(*anchor).result);
+    EXPECT_EQ(3, path->numTriples());
+    EXPECT_EQ(next, tripleAt(*path, 2));
 
-TEST(DeleteVertex, TheAnchorOfAPathOfTwoVerticesDeletesThePath) {
-    std::vector<std::unique_ptr<SimplePath>> pool;
-    SimplePath* const path = addPath(pool, row(2), 0);
-    Op del(F::createDeleteVertexOperation(path, tripleAt(*path, 1).anchor, false));
-    DrawingState const before = drawingState(pool);
+    // The anchor of a path of two vertices deletes the whole path.
+    SimplePath* const two = addPath(pool, row(2), 0);
+    Op del(F::createDeleteVertexOperation(two, tripleAt(*two, 1).anchor, false));
     Outcome const run = execute(*del);
     ASSERT_EQ(SimplePathOperation::Success, run.result);
-    EXPECT_EQ(0, path->numTriples());
-    std::list<PHashablePointer<SimplePath>> removed;
+    EXPECT_EQ(0, two->numTriples());
+    Paths removed;
     run.change->simplePathsRemoved(removed);
-    EXPECT_EQ(std::list<PHashablePointer<SimplePath>>{path}, removed);
+    EXPECT_EQ(Paths{two}, removed);
     std::set<SimplePathVertex*> gone;
     run.change->simplePathVerticesRemoved(gone);
     EXPECT_EQ(6u, gone.size());
-    del->undoOperation();
-    EXPECT_EQ(before, drawingState(pool));
-    ASSERT_EQ(SimplePathOperation::Success, execute(*del).result);
     // Destroyed while the path is deleted: the operation frees the six vertices (the sanitizers see it).
 }
 
-TEST(AddVertex, InsertsAtThePositionAndReusesItsTripleOnRedo) {
-    std::vector<std::unique_ptr<SimplePath>> pool;
+TEST(AddAndInsertVertices, PutTheNewTriplesInPlaceAndMoveLaterPositionsUp) {
+    Pool pool;
     SimplePath* const path = addPath(pool, row(3), 0);
-    SimplePathPosition position;
-    EXPECT_EQ(SimplePath::Success, path->makePosition(1, 0.5, position));
-    DPoint expected;
-    EXPECT_EQ(SimplePath::Success, path->locatePosition(position, expected));
-    auto add = std::make_unique<AddSimplePathVertexOperation>(path, position);
-    executeUndoRedo(*add, pool, [&] {
-        EXPECT_EQ(4, path->numTriples());
-        EXPECT_EQ(add->getNewTriple(), tripleAt(*path, 2));
-        EXPECT_NEAR(expected.x, at(tripleAt(*path, 2).anchor).x, 1e-12);
-    });
-    add->undoOperation();
-    // Destroyed undone: it frees its triple.
-}
+    auto add = std::make_unique<AddSimplePathVertexOperation>(path, positionOf(*path, 1, 0.5));
+    ASSERT_EQ(SimplePathOperation::Success, execute(*add).result);
+    EXPECT_EQ(4, path->numTriples());
+    EXPECT_EQ(add->getNewTriple(), tripleAt(*path, 2));
+    add->undoOperation(); // destroyed undone: it frees its triple
 
-TEST(AddVertex, PositionsThatNameNoSegmentFailWithoutAMemento) {
-    std::vector<std::unique_ptr<SimplePath>> pool;
-    SimplePath* const path = addPath(pool, row(3), 0);
-    DrawingState const before = drawingState(pool);
-    for (auto [index, t] : {std::pair<int, double>{7, 0.5}, {-1, 0.0}, {1, kNaN}, {2, 0.5}}) {
-        SimplePathPosition position;
-        EXPECT_EQ(SimplePath::Success, path->makePosition(index, t, position));
-        Op add(F::createAddVertexAtPositionOperation(path, position, false));
-        EXPECT_EQ(SimplePathOperation::EditFailed, execute(*add).result) << index << " " << t;
-        add->undoOperation();
-        EXPECT_EQ(before, drawingState(pool));
-    }
-}
-
-TEST(InsertVertices, InsertsTheRunInOrderAndRedoesWithTheSameVertices) {
-    std::vector<std::unique_ptr<SimplePath>> pool;
-    SimplePath* const path = addPath(pool, row(3), 0);
     std::list<SimplePathLocationTriple> const run{curved(DPoint(100, 100), 0.5, Mode::Smooth),
                                                   curved(DPoint(110, 100), 0.7, Mode::Symmetric)};
-    SimplePathVertexTriple inserted;
+    auto locations = [&] {
+        std::list<SimplePathLocationTriple> l;
+        EXPECT_EQ(SimplePath::Success, path->getLocationTripleList(l));
+        return std::vector<SimplePathLocationTriple>(l.begin(), l.end());
+    };
     Op insert(F::createInsertVerticesOperation(path, run, 1, false));
-    executeUndoRedo(*insert, pool, [&] {
-        ASSERT_EQ(5, path->numTriples());
-        std::vector<SimplePathLocationTriple> const now = [&] {
-            std::list<SimplePathLocationTriple> l;
-            EXPECT_EQ(SimplePath::Success, path->getLocationTripleList(l));
-            return std::vector<SimplePathLocationTriple>(l.begin(), l.end());
-        }();
-        EXPECT_EQ(run.front(), now[1]);
-        EXPECT_EQ(run.back(), now[2]);
-        inserted = tripleAt(*path, 1);
-    });
-    EXPECT_EQ(inserted, tripleAt(*path, 1));
-
+    Outcome const inserted = execute(*insert);
+    ASSERT_EQ(SimplePathOperation::Success, inserted.result);
+    ASSERT_EQ(5, path->numTriples());
+    EXPECT_EQ(run.front(), locations()[1]);
+    EXPECT_EQ(run.back(), locations()[2]);
     // Positions at and after the insertion move up; those before stay.
+    for (auto [index, expectedIndex] : {std::pair<int, int>{0, 0}, {1, 3}, {2, 4}}) {
+        EXPECT_EQ(expectedIndex,
+                  inserted.change->translate({path, positionOf(*path, index, 0.0)}).second.getIndex())
+            << index;
+    }
     insert->undoOperation();
-    Outcome const again = execute(*insert);
-    SimplePathPosition p1;
-    EXPECT_EQ(SimplePath::Success, path->makePosition(1, 0.0, p1));
-    EXPECT_EQ(3, again.change->translate({path, p1}).second.getIndex());
-
     Op front(F::createInsertVerticesOperation(path, run, -1, false));
-    insert->undoOperation();
     ASSERT_EQ(SimplePathOperation::Success, execute(*front).result);
-    EXPECT_EQ(run.front().anchor, at(tripleAt(*path, 0).anchor));
-    front->undoOperation();
-
-    DrawingState const before = drawingState(pool);
-    Op beyond(F::createInsertVerticesOperation(path, run, 4, false));
-    EXPECT_EQ(SimplePathOperation::EditFailed, execute(*beyond).result);
-    std::list<SimplePathLocationTriple> bad = run;
-    bad.back().last.y = std::numeric_limits<double>::infinity();
-    Op infinite(F::createInsertVerticesOperation(path, bad, 0, false));
-    EXPECT_EQ(SimplePathOperation::EditFailed, execute(*infinite).result);
-    EXPECT_EQ(before, drawingState(pool));
-}
-
-TEST(ChangeAndPick, ApplyTheTargetTripleAndRefuseNonFiniteTargets) {
-    std::vector<std::unique_ptr<SimplePath>> pool;
-    SimplePath* const path = addPath(pool, row(3), 0);
-    SimplePathVertexTriple const t = tripleAt(*path, 1);
-    SimplePathLocationTriple const target(DPoint(1, 1), DPoint(2, 2), DPoint(3, 3), Mode::Symmetric);
-    Op change(F::createChangeVertexOperation(path, t, target, false));
-    executeUndoRedo(*change, pool, [&] {
-        EXPECT_EQ(DPoint(2, 2), at(t.anchor));
-        EXPECT_EQ(Mode::Symmetric, tripleAt(*path, 1).mode);
-    });
-    change->undoOperation();
-    Op pick(F::createVertexPickOperation(path, SimplePathVertexPickAction(t, target), false));
-    executeUndoRedo(*pick, pool, [&] { EXPECT_EQ(DPoint(3, 3), at(t.last)); });
-    pick->undoOperation();
-
-    SimplePathLocationTriple bad = target;
-    bad.first.x = kNaN;
-    DrawingState const before = drawingState(pool);
-    Op badChange(F::createChangeVertexOperation(path, t, bad, false));
-    Op badPick(F::createVertexPickOperation(path, SimplePathVertexPickAction(t, bad), false));
-    // A triple that is not the path's as given (its handles swapped) is refused by the primitive.
-    Op swapped(F::createChangeVertexOperation(path, SimplePathVertexTriple(t.last, t.anchor, t.first, t.mode),
-                                              target, false));
-    EXPECT_EQ(SimplePathOperation::EditFailed, execute(*badChange).result);
-    EXPECT_EQ(SimplePathOperation::EditFailed, execute(*badPick).result);
-    EXPECT_EQ(SimplePathOperation::EditFailed, execute(*swapped).result);
-    EXPECT_EQ(before, drawingState(pool));
+    EXPECT_EQ(run.front(), locations()[0]);
 }
 
 TEST(JoinVertices, ResultCodesComeInTheirOrder) {
-    std::vector<std::unique_ptr<SimplePath>> pool;
+    Pool pool;
     SimplePath* const a = addPath(pool, row(3), 0);
     SimplePath* const b = addPath(pool, row(3, 50.0), 0);
     SimplePath* const closed = addPath(pool, row(3, 100.0), 1);
@@ -386,81 +313,46 @@ TEST(JoinVertices, ResultCodesComeInTheirOrder) {
     EXPECT_EQ(before, drawingState(pool));
 }
 
-// Ends apart are joined by a new segment; ends at one place merge into one vertex, which undo gives back
-// (the exact states compare vertex objects). Redo refills the same joined path object.
-TEST(JoinVertices, JoinsIntoOnePathObjectThatUndoEmptiesAndRedoRefills) {
-    for (bool touching : {false, true}) {
-        SCOPED_TRACE(touching);
-        std::vector<std::unique_ptr<SimplePath>> pool;
-        SimplePath* const a = addPath(pool, row(3), 0);
-        auto second = row(2, touching ? 0.0 : 50.0);
-        for (auto& t : second) {
-            t.first.x += 20.0;
-            t.anchor.x += 20.0;
-            t.last.x += 20.0;
-        }
-        SimplePath* const b = addPath(pool, second, 0); // touching: b starts where a ends
-        auto join = std::make_unique<JoinSimplePathVerticesOperation>(a, tripleAt(*a, 2).anchor,
-                                                                      tripleAt(*b, 0).anchor, b);
-        DrawingState const before = drawingState(pool);
-        Outcome const run = execute(*join);
-        ASSERT_EQ(SimplePathOperation::Success, run.result);
-        SimplePath* const joined = join->getJoinedPath();
-        pool.emplace_back(joined); // reported added: the host's now
-        EXPECT_EQ((std::list<PHashablePointer<SimplePath>>{a, b}), run.affected);
-        EXPECT_EQ(touching ? 4 : 5, joined->numTriples());
-        EXPECT_EQ(0, a->numTriples());
-        DrawingState const after = drawingState(pool);
-        join->undoOperation();
-        EXPECT_EQ(before, drawingState(pool));
-        EXPECT_EQ(0, joined->numTriples());
-        ASSERT_EQ(SimplePathOperation::Success, execute(*join).result);
-        EXPECT_EQ(joined, join->getJoinedPath());
-        EXPECT_EQ(after, drawingState(pool));
-        // Destroyed with the join in effect: a merged-away triple is freed by the operation.
-    }
+// Ends at one place merge into one vertex, which undo gives back (the exact states compare vertex
+// objects); redo refills the same joined path object. Joins of ends apart are left to the sequences.
+TEST(JoinVertices, EndsAtOnePlaceMergeAndUndoGivesBothBack) {
+    Pool pool;
+    SimplePath* const a = addPath(pool, row(3), 0);
+    SimplePath* const b = addPath(pool, row(2), 0);
+    ASSERT_EQ(SimplePath::Success, b->translate(DVector(20.0, 0.0))); // b starts where a ends
+    auto join = std::make_unique<JoinSimplePathVerticesOperation>(a, tripleAt(*a, 2).anchor,
+                                                                  tripleAt(*b, 0).anchor, b);
+    DrawingState const before = drawingState(pool);
+    Outcome const run = execute(*join);
+    ASSERT_EQ(SimplePathOperation::Success, run.result);
+    SimplePath* const joined = join->getJoinedPath();
+    pool.emplace_back(joined); // reported added: the host's now
+    EXPECT_EQ((Paths{a, b}), run.affected);
+    EXPECT_EQ(4, joined->numTriples());
+    EXPECT_EQ(0, a->numTriples());
+    DrawingState const after = drawingState(pool);
+    join->undoOperation();
+    EXPECT_EQ(before, drawingState(pool));
+    ASSERT_EQ(SimplePathOperation::Success, execute(*join).result);
+    EXPECT_EQ(joined, join->getJoinedPath());
+    EXPECT_EQ(after, drawingState(pool));
+    // Destroyed with the join in effect: the merged-away triple is freed by the operation.
 }
 
 TEST(SplitVertex, AClosedPathOpensAtTheAnchorAndEndAnchorsCannotBeSplit) {
-    std::vector<std::unique_ptr<SimplePath>> pool;
+    Pool pool;
     SimplePath* const path = addPath(pool, row(4), 1);
     SimplePathVertex* const anchor = tripleAt(*path, 2).anchor;
     Op split(F::createSplitVertexOperation(path, anchor));
     ASSERT_NE(nullptr, split);
-    executeUndoRedo(*split, pool, [&] {
-        EXPECT_EQ(0, path->isClosedSimplePath());
-        EXPECT_EQ(5, path->numTriples());
-        EXPECT_EQ(anchor, tripleAt(*path, 0).anchor);
-        EXPECT_EQ(at(anchor), at(tripleAt(*path, 4).anchor));
-    });
+    ASSERT_EQ(SimplePathOperation::Success, execute(*split).result);
+    EXPECT_EQ(0, path->isClosedSimplePath());
+    EXPECT_EQ(anchor, tripleAt(*path, 0).anchor);
     std::unique_ptr<SimplePath> open(new SimplePath(*pool[0]));
     EXPECT_EQ(nullptr, Op(F::createSplitVertexOperation(open.get(), tripleAt(*open, 0).anchor)));
     EXPECT_EQ(nullptr, Op(F::createSplitVertexOperation(open.get(), tripleAt(*open, 4).anchor)));
     EXPECT_EQ(nullptr, Op(F::createSplitVertexOperation(open.get(), tripleAt(*path, 1).anchor)));
     EXPECT_NE(nullptr, Op(F::createSplitVertexOperation(open.get(), tripleAt(*open, 1).anchor)));
-}
-
-} // namespace
-
-namespace {
-
-TEST(OperationFramework, AFailedExecutionKeepsItsMementoForUndo) {
-    std::vector<std::unique_ptr<SimplePath>> pool;
-    SimplePath* const path = addPath(pool, row(3), 0);
-    SimplePath* const other = addPath(pool, row(2, 50.0), 0);
-    DrawingState const before = drawingState(pool);
-    // The vertex is not the path's: the memento is taken, then the edit fails.
-    Op del(F::createDeleteVertexOperation(path, tripleAt(*other, 0).anchor, false));
-    EXPECT_EQ(SimplePathOperation::EditFailed, execute(*del).result);
-    // Whatever happens to the path afterwards, undo goes back to the state of that attempt.
-    SimplePathChangeInstruction change;
-    SimplePathVertex* middle = tripleAt(*path, 1).anchor;
-    ASSERT_EQ(SimplePath::Success, path->setStraightMode(middle, change));
-    EXPECT_NE(before, drawingState(pool));
-    del->undoOperation();
-    EXPECT_EQ(before, drawingState(pool));
-    del->undoOperation();
-    EXPECT_EQ(before, drawingState(pool));
 }
 
 } // namespace

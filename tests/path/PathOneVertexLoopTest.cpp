@@ -35,78 +35,62 @@ DPoint at(PBezier const& b, double t) {
     return {double(p.x), double(p.y)};
 }
 
-struct Transform {
-    char const* name;
-    ArbTrans<DPoint> const* map;
-};
-
 } // namespace
 
 TEST(OneVertexLoop, PointQueriesTakeTheLoneAnchor) {
-    IdTrans<DPoint> const id;
     support::Bend const bend;
     SimplePath path = loop();
-    ASSERT_EQ(1, path.numTriples());
-    ASSERT_NE(0, path.isClosedSimplePath());
+    PBezier const b = mappedLoop(bend);
+    DPoint const anchor = bend.transform({0, 0});
+    ASSERT_GT(at(b, 0.5).y - anchor.y, 1.0); // the loop is far from being its anchor
 
-    // The stored curve: bounds, top and bottom are the anchor although the loop reaches y = 4.44.
+    // Bounds, top and bottom are the anchor although the loop reaches y = 4.44, plain or mapped.
     std::array<double, 4> box{1, 1, 1, 1};
     ASSERT_EQ(SimplePath::Success, path.getMinMax(box[0], box[1], box[2], box[3]));
     EXPECT_EQ((std::array<double, 4>{0, 0, 0, 0}), box);
+    std::array<double, 4> const atAnchor{anchor.x, anchor.y, anchor.x, anchor.y};
+    ASSERT_EQ(SimplePath::Success, path.pretransformGetMinMax(bend, box[0], box[1], box[2], box[3]));
+    EXPECT_EQ(atAnchor, box);
+    ASSERT_EQ(SimplePath::Success, path.pretransformGetMinMaxEx(bend, box[0], box[1], box[2], box[3]));
+    EXPECT_EQ(atAnchor, box);
     DPoint top(1, 1), bottom(1, 1);
     ASSERT_EQ(SimplePath::Success, path.getTopBottom(top, bottom));
     EXPECT_TRUE(top == DPoint(0, 0) && bottom == DPoint(0, 0));
 
-    // Whatever the point, the nearest position is the anchor at squared distance 0.0.
+    // Only the anchor is tested against a box: the middle of the loop is not found.
+    DPoint const middle = at(b, 0.5);
+    EXPECT_EQ(0, path.pretransformInBox(bend, middle - DVector(1, 1), middle + DVector(1, 1)));
+    EXPECT_EQ(1, path.pretransformInBox(bend, anchor - DVector(1, 1), anchor + DVector(1, 1)));
+
+    // The nearest position is the anchor: at squared distance 0.0 whatever the point, and the sampled
+    // search leaves the squared distance as it was.
     SimplePathPosition position;
     double squared = -1.0;
     ASSERT_EQ(SimplePath::Success, path.findClosestPosition({10, 5}, position, squared));
     EXPECT_EQ(positionOf(path, 0, 0.0), position);
     EXPECT_EQ(0.0, squared);
+    squared = 123.0;
+    ASSERT_EQ(SimplePath::Success, path.pretransformFindClosestPosition(at(b, 0.4), bend, position, squared));
+    EXPECT_EQ(positionOf(path, 0, 0.0), position);
+    EXPECT_EQ(123.0, squared);
 
-    for (Transform const& t : {Transform{"identity", &id}, Transform{"bend", &bend}}) {
-        SCOPED_TRACE(t.name);
-        PBezier const b = mappedLoop(*t.map);
-        DPoint const anchor = t.map->transform({0, 0});
-        ASSERT_GT(at(b, 0.5).y - anchor.y, 1.0); // the loop is far from being its anchor
-
-        std::array<double, 4> const atAnchor{anchor.x, anchor.y, anchor.x, anchor.y};
-        ASSERT_EQ(SimplePath::Success, path.pretransformGetMinMax(*t.map, box[0], box[1], box[2], box[3]));
-        EXPECT_EQ(atAnchor, box);
-        ASSERT_EQ(SimplePath::Success, path.pretransformGetMinMaxEx(*t.map, box[0], box[1], box[2], box[3]));
-        EXPECT_EQ(atAnchor, box);
-
-        // Only the anchor is tested against a box: the middle of the loop is not found.
-        DPoint const middle = at(b, 0.5);
-        EXPECT_EQ(0, path.pretransformInBox(*t.map, middle - DVector(1, 1), middle + DVector(1, 1)));
-        EXPECT_EQ(1, path.pretransformInBox(*t.map, anchor - DVector(1, 1), anchor + DVector(1, 1)));
-
-        // The sampled search answers the anchor and leaves the squared distance as it was.
-        squared = 123.0;
-        ASSERT_EQ(SimplePath::Success,
-                  path.pretransformFindClosestPosition(at(b, 0.4), *t.map, position, squared));
-        EXPECT_EQ(positionOf(path, 0, 0.0), position);
-        EXPECT_EQ(123.0, squared);
-
-        // The strict locate gives the anchor for any position, even one no segment has.
-        SimplePathFastSession* session = path.startFastSession();
-        for (SimplePathPosition const& p : {positionOf(path, 0, 0.5), positionOf(path, 1, 0.5)}) {
-            DPoint out(7, 7), fast(7, 7);
-            ASSERT_EQ(SimplePath::Success, path.pretransformLocatePosition(*t.map, p, out));
-            EXPECT_EQ(anchor, out);
-            ASSERT_EQ(SimplePath::Success, path.fastPretransformLocatePosition(session, *t.map, p, fast));
-            EXPECT_EQ(anchor, fast);
-        }
-        path.stopFastSession(session);
-
-        // Picking: a point on the loop away from the anchor misses; the anchor itself is (0, 0.0).
-        position = positionOf(path, 0, 0.25);
-        EXPECT_EQ(SimplePath::Failure, path.pretransformPickPosition(at(b, 0.3), 0.5, *t.map, position));
-        EXPECT_EQ(positionOf(path, 0, 0.25), position);
-        ASSERT_EQ(SimplePath::Success,
-                  path.pretransformPickPosition(anchor + DVector(0.1, 0), 0.5, *t.map, position));
-        EXPECT_EQ(positionOf(path, 0, 0.0), position);
+    // The strict locate gives the anchor for any position, even one no segment has.
+    SimplePathFastSession* session = path.startFastSession();
+    for (SimplePathPosition const& p : {positionOf(path, 0, 0.5), positionOf(path, 1, 0.5)}) {
+        DPoint out(7, 7), fast(7, 7);
+        ASSERT_EQ(SimplePath::Success, path.pretransformLocatePosition(bend, p, out));
+        ASSERT_EQ(SimplePath::Success, path.fastPretransformLocatePosition(session, bend, p, fast));
+        EXPECT_TRUE(out == anchor && fast == anchor);
     }
+    path.stopFastSession(session);
+
+    // Picking: a point on the loop away from the anchor misses; the anchor itself is (0, 0.0).
+    position = positionOf(path, 0, 0.25);
+    EXPECT_EQ(SimplePath::Failure, path.pretransformPickPosition(at(b, 0.3), 0.5, bend, position));
+    EXPECT_EQ(positionOf(path, 0, 0.25), position);
+    ASSERT_EQ(SimplePath::Success,
+              path.pretransformPickPosition(anchor + DVector(0.1, 0), 0.5, bend, position));
+    EXPECT_EQ(positionOf(path, 0, 0.0), position);
 }
 
 TEST(OneVertexLoop, LengthCrossingsAndTheForgivingLocateFollowTheSegment) {
