@@ -8,7 +8,7 @@ namespace {
 
 constexpr double pi = 3.14159265358979323846;
 
-TEST(BaseGeometry, AnglesTolerancesAndClosestPoints) {
+TEST(BaseGeometry, AnglesTolerancesClosestPointsArraysAndTransforms) {
     // atan3 covers the full turn [0, 2 pi) without reaching its end.
     EXPECT_NEAR(atan3(-1.0, 0.0), 1.5 * pi, 1e-15);
     double const tiny = atan3(-1e-300, 1.0);
@@ -29,9 +29,8 @@ TEST(BaseGeometry, AnglesTolerancesAndClosestPoints) {
     arr.RemoveAt(-1);
     arr.InsertAt(3, 9);
     EXPECT_EQ(arr.GetSize(), 4);
-}
 
-TEST(BaseGeometry, AffineStepsComposeInOrderAndInvert) {
+    // Affine steps compose in order and invert.
     P2DTrans t;
     t.xScale(2.0).rotate(pi / 2).translate(DVector(1.0, 0.0));
     DPoint const p = t * DPoint(1.0, 1.0); // scale -> (2, 1), rotate -> (-1, 2), move -> (0, 2)

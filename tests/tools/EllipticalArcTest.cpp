@@ -92,10 +92,7 @@ TEST(EllipticalArc, StaysWithinToleranceOfTheTrueArcAndCoversIt) {
     EXPECT_TRUE(cubics.empty());
     appendArcCubics({DPoint(0, 0), std::nan(""), 5, 0, false, true, DPoint(3, 4)}, kArcTolerance, cubics);
     EXPECT_EQ(cubics, (std::vector<CubicSegment>{{DPoint(0, 0), DPoint(3, 4), DPoint(3, 4)}}));
-}
-
-TEST(EllipticalArc, AnEllipseOfADocumentStaysWithinToleranceAfterItsTransform) {
-    // A unit-sized ellipse scaled by 1000: the pieces must be chosen for the scaled size.
+    // A unit-sized ellipse of a document scaled by 1000: the pieces must be chosen for the scaled size.
     SvgReadResult const doc =
         readSvgDocument(R"x(<svg><ellipse cx="1" cy="2" rx="1" ry="0.5" transform="scale(1000)"/></svg>)x");
     ASSERT_EQ(doc.document.chains.size(), 1u) << doc.error;

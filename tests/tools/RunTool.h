@@ -21,8 +21,7 @@ namespace fs = std::filesystem;
 
 struct Outcome {
     int code = -1;
-    std::string out;
-    std::string err;
+    std::string out, err;
 };
 
 inline std::string quoted(std::string const& arg) {
