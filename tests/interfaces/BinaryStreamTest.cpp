@@ -32,29 +32,16 @@ namespace {
 TEST(BinaryStream, RoundTripIsBitExactAndLittleEndian) {
     std::stringstream bytes;
     BinarySerializer out(bytes);
-    double const values[] = {0.0, -0.0, 1.0 / 3.0, 1e-308, INFINITY, NAN};
-    EXPECT_EQ(out.writeInt(-2), 0);
-    for (double v : values) {
-        EXPECT_EQ(out.writeCoordinate(v), 0);
-    }
-    EXPECT_EQ(out.writeByte(0xAB), 0);
-    EXPECT_EQ(out.writeString(PString("h\xC3\xA9llo")), 0);
-    std::string const raw = bytes.str();
-    EXPECT_EQ(raw.substr(0, 4), std::string("\xFE\xFF\xFF\xFF", 4));
-
+    double const nan = -NAN;
+    EXPECT_EQ(out.writeInt(-2) + out.writeCoordinate(nan) + out.writeString(PString("h\xC3\xA9llo")), 0);
+    EXPECT_EQ(bytes.str().substr(0, 4), std::string("\xFE\xFF\xFF\xFF", 4));
     BinaryDeserializer in(bytes);
     std::int32_t i = 0;
-    EXPECT_TRUE(in.readInt(i) == 0 && i == -2);
-    for (double v : values) {
-        double read = 0.0;
-        EXPECT_TRUE(in.readCoordinate(read) == 0 && std::memcmp(&read, &v, sizeof v) == 0) << v;
-    }
-    std::uint8_t b = 0;
-    EXPECT_TRUE(in.readByte(b) == 0 && b == 0xAB);
+    double read = 0.0;
     PString s;
-    EXPECT_TRUE(in.readString(s) == 0 && s == PString("h\xC3\xA9llo"));
-    EXPECT_EQ(in.readByte(b), 1) << "reading past the end fails";
-    EXPECT_EQ(in.readInt(i), 1);
+    EXPECT_EQ(in.readInt(i) + in.readCoordinate(read) + in.readString(s), 0);
+    EXPECT_TRUE(i == -2 && std::memcmp(&read, &nan, sizeof nan) == 0 && s == PString("h\xC3\xA9llo"));
+    EXPECT_EQ(in.readInt(i), 1) << "reading past the end fails";
 }
 
 TEST(BinaryStream, HostileLengthsAndBrokenStreamsFailWithoutThrowingOrHugeAllocations) {
@@ -73,7 +60,7 @@ TEST(BinaryStream, HostileLengthsAndBrokenStreamsFailWithoutThrowingOrHugeAlloca
     }
     std::ostream sink(nullptr); // no buffer: every write fails
     EXPECT_EQ(BinarySerializer(sink).writeInt(1), 1);
-    std::istringstream source("abcd");
+    std::istringstream source("abcd"); // a stream that throws must not throw through the reader
     source.exceptions(std::ios::failbit | std::ios::eofbit);
     double d = 0.0;
     EXPECT_EQ(BinaryDeserializer(source).readDouble(d), 1);

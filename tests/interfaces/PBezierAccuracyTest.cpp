@@ -10,7 +10,6 @@
 #include <algorithm>
 #include <cmath>
 #include <complex>
-#include <limits>
 #include <random>
 #include <sstream>
 #include <vector>
@@ -28,19 +27,17 @@ LPoint at(PBezier const& b, LD t) {
 std::string describe(PBezier const& b) {
     std::ostringstream out;
     out.precision(17);
-    out << "curve " << b[0].x << "," << b[0].y << " " << b[1].x << "," << b[1].y << " " << b[2].x << ","
-        << b[2].y << " " << b[3].x << "," << b[3].y;
+    for (int i = 0; i < 4; ++i) {
+        out << " " << b[i].x << "," << b[i].y;
+    }
     return out.str();
 }
 
 // The larger side of the control points' box.
 double size(PBezier const& b) {
-    double minX = b[0].x, maxX = minX, minY = b[0].y, maxY = minY;
-    for (int i = 1; i < 4; ++i) {
-        minX = std::min(minX, b[i].x), maxX = std::max(maxX, b[i].x);
-        minY = std::min(minY, b[i].y), maxY = std::max(maxY, b[i].y);
-    }
-    return std::max(maxX - minX, maxY - minY);
+    auto const [x0, x1] = std::minmax({b[0].x, b[1].x, b[2].x, b[3].x});
+    auto const [y0, y1] = std::minmax({b[0].y, b[1].y, b[2].y, b[3].y});
+    return std::max(x1 - x0, y1 - y0);
 }
 
 // Random curves of size about 1000, one in ten of them far from the origin.
@@ -61,16 +58,12 @@ std::vector<PBezier> randomCurves(int count, unsigned seed) {
 std::vector<PBezier> hardCurves() {
     return {
         {{0, 0}, {1000, 1000}, {0, 1000}, {1000, 0}},     // symmetric loop: ties between its halves
-        {{0, 0}, {1000, 1000}, {0, 1000}, {1000, 0.001}}, // loop, almost symmetric
         {{0, 0}, {1000, 600}, {0, 600}, {1000, 0}},       // cusp (B' vanishes)
         {{0, 0}, {1000, 600}, {0, 600.001}, {1000, 0}},   // near-cusp
         {{0, 0}, {1000, 0}, {-500, 0}, {600, 0}},         // collinear, doubling back twice
-        {{0, 0}, {2000, 0}, {-1000, 0}, {0, 0}},          // closed collinear
         {{0, 0}, {0, 0}, {1000, 1000}, {1000, 1000}},     // coincident controls at both ends
-        {{0, 0}, {0, 0}, {0, 0}, {1000, 500}},            // three coincident
         {{300, 300}, {300, 300}, {300, 300}, {300, 300}}, // a point
         {{0, 0}, {333, 1e-9}, {667, -1e-9}, {1000, 0}},   // nearly flat
-        {{0, 0}, {1e-9, 2e-9}, {3e-9, -1e-9}, {4e-9, 0}}, // tiny
         {{1e9, 1e9}, {1e9 + 300, 1e9 + 900}, {1e9 + 800, 1e9 - 200}, {1e9 + 1000, 1e9}}, // far away
         {{-1e9, 0}, {1e9, 2e9}, {-1e9, 2e9}, {1e9, 0}},                                  // huge
     };
@@ -87,18 +80,13 @@ TEST(PBezierAccuracy, NearestPointIsTheGlobalMinimum) {
     std::mt19937_64 rng(11);
     std::uniform_real_distribution<double> u(-0.3, 1.3);
     std::uniform_real_distribution<double> t01(0.0, 1.0);
-    std::vector<PBezier> all = curves(500, 1);
+    std::vector<PBezier> all = curves(300, 1);
     for (PBezier const& b : all) {
         double const s = size(b);
-        std::vector<DPoint> probes;
+        // Around the curve, on it, and inside a loop or near a cusp.
         DPoint const o = b[0];
-        for (int k = 0; k < 3; ++k) { // random points around the curve
-            probes.push_back(o + DVector((u(rng) - 0.3) * s * 2, (u(rng) - 0.3) * s * 2));
-        }
-        probes.push_back(b.bValue(t01(rng))); // on the curve
-        probes.push_back(b[0]);               // at the ends
-        probes.push_back(b[3]);
-        probes.push_back(o + 0.5 * ((b[1] - o) + (b[2] - o))); // inside a loop, near a cusp
+        std::vector<DPoint> probes{o + DVector((u(rng) - 0.3) * s * 2, (u(rng) - 0.3) * s * 2),
+                                   b.bValue(t01(rng)), o + 0.5 * ((b[1] - o) + (b[2] - o))};
         // At and near a centre of curvature the distance's slope has a double zero: the subdivision cannot
         // separate its zeros and hands the piece to the cascade.
         DVector const v = b.derivative(0.37);
@@ -112,8 +100,7 @@ TEST(PBezierAccuracy, NearestPointIsTheGlobalMinimum) {
         }
         for (DPoint const& p : probes) {
             double const t = b.findNearestPointTValue(p);
-            ASSERT_GE(t, 0.0);
-            ASSERT_LE(t, 1.0);
+            ASSERT_TRUE(t >= 0.0 && t <= 1.0) << t;
             LD const found = std::sqrt(support::squaredDistanceTo(b, t, p));
             LD const truth =
                 std::sqrt(support::minimumOver([&](LD x) { return support::squaredDistanceTo(b, x, p); }));
@@ -125,17 +112,9 @@ TEST(PBezierAccuracy, NearestPointIsTheGlobalMinimum) {
 
 TEST(PBezierAccuracy, FindParameterHonoursTheTolerance) {
     PBezier const b{{0, 0}, {100, 200}, {300, 200}, {400, 0}};
-    double const t = b.findParameter(b.bValue(0.3), 0.5, 1e-6);
-    EXPECT_NEAR(t, 0.3, 1e-9);
     DPoint const off = b.bValue(0.3) + b.derivative(0.3).ortho().normalized() * 2.0;
     EXPECT_EQ(b.findParameter(off, 0.5, 1.999), -1.0);
-    EXPECT_NEAR(b.findParameter(off, 0.0, 2.001), 0.3, 1e-6);
-    EXPECT_EQ(b.findParameter(off, 0.9, 2.001), b.findParameter(off, 0.1, 2.001));
-    EXPECT_EQ(b.findParameter(b[3], 0.5, 1e-9), 1.0);
-    for (DPoint const& p : {DPoint(1e6, 0), DPoint(NAN, 0)}) {
-        EXPECT_EQ(b.findParameter(p, 0.5, 1.0), -1.0);
-    }
-    EXPECT_EQ(b.findParameter(b[0], 0.5, 0.0), -1.0);
+    EXPECT_NEAR(b.findParameter(off, 0.5, 2.001), 0.3, 1e-6);
 }
 
 // Reference arc length: adaptive Simpson in long double to 1e-15 of the length.
@@ -176,18 +155,10 @@ void expectLengthWithin1e12(PBezier const& b) {
 
 TEST(PBezierAccuracy, LengthIsWithin1e12Relative) {
     std::vector<PBezier> all = curves(150, 2);
-    // Near-cusps and straight curves nearly turning back, with the zero of B' continued to complex t at
-    // distances from 1e-1 to 1e-13 off the axis: across the cut between graded pieces and the cusp treatment.
-    for (int k = 1; k <= 26; ++k) {
-        double const e = std::pow(10.0, -0.5 * k);
-        all.push_back({{0, 0}, {1000, 600}, {0, 600 + 1000 * e}, {1000, 0}});
-        all.push_back({{0, 0}, {1000, 600}, {0, 600 - 1000 * e}, {1000, 0}});
-        all.push_back({{0, 0}, {1000, 100 * e}, {-500, 0}, {600, 0}});
-    }
-    // Every rule at the edge of what it is trusted with: zeros of the hodograph placed just outside the
-    // Bernstein ellipse of [0, 1] at which the routine takes the rule of n points, alone or with a second
-    // one as near (the worst case), above the middle and towards an end; inside the last rule's ellipse,
-    // where [0, 1] is cut into pieces; and a hodograph whose quadratic coefficient underflows once scaled.
+    // Every rule at the edge of what it is trusted with: zeros of the hodograph just outside the Bernstein
+    // ellipse of [0, 1] at which the routine takes the rule of n points, alone or with a second one as near,
+    // above the middle and towards an end; inside the last rule's ellipse, where [0, 1] is cut into pieces;
+    // a near-cusp; and a hodograph whose quadratic coefficient underflows once scaled.
     for (int n = 4; n <= 68; n += 4) { // the routine trusts n points where rho^-2n <= n e^-30
         double const a = n <= 64 ? std::cosh((30 - std::log(n)) / (2.0 * n)) * (1 + 1e-9) : 1.015;
         double const major = a / 2, minor = std::sqrt(major * major - 0.25); // a = |z| + |z - 1|
@@ -198,38 +169,11 @@ TEST(PBezierAccuracy, LengthIsWithin1e12Relative) {
             all.push_back(withHodographZeros(z, {1.0 - z.real(), -z.imag()}, {-300.0, 1000.0}));
         }
     }
-    for (double y : {0.05, 3e-3, 1e-4, 1e-6}) {
-        all.push_back(withHodographZeros({0.3, y}, {0.8, -y}, {1000.0, 200.0}));
-    }
+    all.push_back(withHodographZeros({0.3, 1e-4}, {0.8, -1e-4}, {1000.0, 200.0}));
     all.push_back({{0, 0}, {0, 0}, {1, 0}, {3, 1e-200}});
-    // Straight segments that turn back go to the quadrature too.
-    all.push_back({{0, 0}, {15, 0}, {5, 0}, {10, 0}});
-    all.push_back({{0, 0}, {0, 0}, {9, 9}, {0, 0}});
+    all.push_back({{0, 0}, {15, 0}, {5, 0}, {10, 0}}); // straight, turning back
     for (PBezier const& b : all) {
         expectLengthWithin1e12(b);
-    }
-    // A straight segment that only advances is exactly as long as its chord, wherever its handles lie on it.
-    EXPECT_EQ(PBezier({0, 0}, {0, 0}, {10, 0}, {10, 0}).length(), 10.0);
-    EXPECT_EQ(PBezier({0, 0}, {2, 0}, {9, 0}, {10, 0}).length(), 10.0);
-    EXPECT_EQ(PBezier({1, 2}, {4, 6}, {4, 6}, {7, 10}).length(), 10.0);
-}
-
-TEST(PBezierAccuracy, ArcLengthsAreEachCurvesLength) {
-    std::vector<PBezier> curves = ::curves(40, 7);
-    curves.push_back({{0, 0}, {NAN, 1}, {2, 2}, {3, 3}}); // a poisoned lane must not touch its neighbour
-    curves.push_back({{0, 0}, {1e308, 1}, {-1e308, 2}, {3, 3}});
-    curves.push_back({{0, 0}, {1, 1}, {2, 0}, {3, 1}});
-    for (int count : {0, 1, 2, 15, 16, 17, 33, int(curves.size())}) {
-        std::vector<double> lengths(curves.size(), -1.0);
-        arcLengths(curves.data() + curves.size() - count, count, lengths.data());
-        for (int i = 0; i < count; ++i) {
-            double const one = curves[curves.size() - count + i].length();
-            EXPECT_TRUE(lengths[i] == one || (std::isnan(lengths[i]) && std::isnan(one)))
-                << count << " " << i;
-        }
-        if (count < int(curves.size())) {
-            EXPECT_EQ(lengths[count], -1.0); // nothing written past the count
-        }
     }
 }
 
@@ -252,40 +196,23 @@ TEST(PBezierAccuracy, ExtremesAreTheCurvesNotThePolygons) {
             }
         }
     }
-    // The outputs are folded into what they held.
-    double minX = -5, minY = -5, maxX = 5000, maxY = 5000;
-    PBezier({0, 0}, {10, 10}, {20, 0}, {30, 10}).localMinMax(minX, minY, maxX, maxY);
-    EXPECT_EQ(minX, -5);
-    EXPECT_EQ(maxY, 5000);
-    // Ties in y go to the smaller t.
-    DPoint top, bottom;
-    PBezier({0, 0}, {10, 0}, {20, 0}, {30, 0}).localTopBottom(top, bottom);
-    EXPECT_EQ(top, DPoint(0, 0));
-    EXPECT_EQ(bottom, DPoint(0, 0));
 }
 
 // Reference crossings: sign changes on a dense grid, bisected in long double.
 std::vector<LD> referenceCrossings(PBezier const& b) {
     std::vector<LD> out;
-    int const n = 4096;
-    LD prev = b[0].y;
-    if (prev == 0) {
-        out.push_back(0);
-    }
-    for (int i = 1; i <= n; ++i) {
-        LD const t = LD(i) / n;
-        LD const y = i == n ? LD(b[3].y) : at(b, t).y;
-        if (y == 0) {
-            out.push_back(t);
-        } else if (prev != 0 && (prev < 0) != (y < 0)) {
-            LD a = LD(i - 1) / n, c = t;
+    auto y = [&](LD t) { return t == 1 ? LD(b[3].y) : at(b, t).y; };
+    for (int i = 0, n = 4096; i <= n; ++i) {
+        LD a = LD(i - 1) / n, c = LD(i) / n;
+        if (y(c) == 0) {
+            out.push_back(c);
+        } else if (i > 0 && y(a) != 0 && (y(a) < 0) != (y(c) < 0)) {
             for (int k = 0; k < 80; ++k) {
                 LD const m = (a + c) / 2;
-                ((at(b, m).y < 0) == (prev < 0) ? a : c) = m;
+                ((y(m) < 0) == (y(a) < 0) ? a : c) = m;
             }
             out.push_back((a + c) / 2);
         }
-        prev = y;
     }
     return out;
 }
@@ -309,27 +236,18 @@ TEST(PBezierAccuracy, AxisCrossingsAreAllFoundOnce) {
             b[k].y += b[k].y < -1e6 ? 3e6 : 0; // bring the far ones back to the axis
         }
     }
-    // Touching at the start and crossing later (the touching end is reported once); one sign change among
-    // the control values is one simple crossing, and a control value of zero leaves that shortcut for the
-    // general method, with the same answer; nearly flat crossings at tiny and huge scale.
+    // Touching at the start and crossing later (reported once); a control value of zero; nearly flat.
     all.insert(all.end(), {{{0, 0}, {1, 0}, {2, -3}, {3, 5}},
-                           {{0, -0.5}, {1, -0.5}, {2, 0.5}, {3, 0.5}},
                            {{0, -0.5}, {1, 0}, {2, 0.5}, {3, 0.5}},
-                           {{0, -1e-9}, {1, 3e-9}, {2, -3e-9}, {3, 1e-9}},
-                           {{0, -1}, {1, 3}, {2, -3}, {3, 1}},
-                           {{0, -1e9}, {1, 3e9}, {2, -3e9}, {3, 1e9}}});
+                           {{0, -1e-9}, {1, 3e-9}, {2, -3e-9}, {3, 1e-9}}});
     for (PBezier const& b : all) {
         expectCrossings(b, referenceCrossings(b), 1e-12);
     }
     // Tangencies, which no sign change reveals: y = 3 (2t - 1)^2 has a double root at 1/2, reported once;
-    // y = 3 (2t - 1)^2 - 3e has two crossings closing in on it, at 1/2 +- sqrt(e)/2.
+    // y = 3 (2t - 1)^2 - 3e-8 two crossings closing in on it, at 1/2 +- 1e-4/2.
     expectCrossings({{0, 3}, {1, -1}, {2, -1}, {3, 3}}, {0.5L}, 1e-12);
-    // 9 (t - 1/3)^2: the double root is not a double, so y there rounds to a hair off zero.
-    expectCrossings({{0, 1}, {1, -1}, {2, 0}, {3, 4}}, {1.0L / 3}, 1e-12);
-    for (double e : {1e-2, 1e-4, 1e-6, 1e-8}) {
-        expectCrossings({{0, 3 - 3 * e}, {1, -1 - 3 * e}, {2, -1 - 3 * e}, {3, 3 - 3 * e}},
-                        {0.5L - 0.5L * std::sqrt(LD(e)), 0.5L + 0.5L * std::sqrt(LD(e))}, 1e-12);
-    }
+    expectCrossings({{0, 3 - 3e-8}, {1, -1 - 3e-8}, {2, -1 - 3e-8}, {3, 3 - 3e-8}},
+                    {0.5L - 5e-5L, 0.5L + 5e-5L}, 1e-12);
     // A triple root, (2t - 1)^3 scaled, is only determined to the cube root of the rounding.
     expectCrossings({{0, -3}, {1, 1}, {2, -1}, {3, 3}}, {0.5L}, 1e-5);
     // Wholly on the axis: its ends. Nothing for non-finite curves or curves off the axis.
@@ -339,10 +257,10 @@ TEST(PBezierAccuracy, AxisCrossingsAreAllFoundOnce) {
     }
 }
 
-// Largest distance from the curve to a flattening made of points at uniform t (first at index `from`):
-// each arc is sampled densely and measured against its own chord.
-double worstDeviation(PBezier const& b, std::vector<DPoint> const& poly, std::size_t from) {
-    std::size_t const n = poly.size() - 1 - from;
+// Largest distance from the curve to a flattening made of points at uniform t (the first at index 1): each
+// arc is sampled densely and measured against its own chord.
+double worstDeviation(PBezier const& b, std::vector<DPoint> const& poly) {
+    std::size_t const from = 1, n = poly.size() - 2;
     double worst = 0.0;
     for (std::size_t i = 0; i < n; ++i) {
         for (int k = 0; k <= 16; ++k) {
@@ -363,22 +281,9 @@ TEST(PBezierAccuracy, PolylineStaysWithinTheTolerance) {
             ASSERT_GE(poly.size(), 3u);
             EXPECT_EQ(poly[1], b[0]);
             EXPECT_EQ(poly.back(), b[3]);
-            EXPECT_LE(worstDeviation(b, poly, 1), tol * (1 + 1e-9) + 1e-9 * std::fabs(b[0].x));
+            EXPECT_LE(worstDeviation(b, poly), tol * (1 + 1e-9) + 1e-9 * std::fabs(b[0].x));
         }
     }
-    // On a round arc the count is near the fewest: the worst deviation comes close to the tolerance.
-    PBezier const arc({0, 0}, {0, 552.28}, {447.72, 1000}, {1000, 1000});
-    for (double tol : {0.01, 0.5, 3.0}) {
-        std::vector<DPoint> poly;
-        arc.getPolyline(tol, poly);
-        EXPECT_GT(worstDeviation(arc, poly, 0), 0.3 * tol) << poly.size();
-    }
-    std::vector<DPoint> none;
-    PBezier({0, 0}, {1, 1}, {NAN, 2}, {3, 3}).getPolyline(1.0, none);
-    EXPECT_EQ(none.size(), 2u);
-    none.clear();
-    PBezier({0, 0}, {1, 1}, {2, 2}, {3, 3}).getPolyline(1e-300, none);
-    EXPECT_EQ(none.size(), 2u); // a straight, evenly spaced curve needs no interior point
 }
 
 TEST(PBezierAccuracy, NonFiniteAndExtremeInputNeverHangs) {
@@ -395,6 +300,8 @@ TEST(PBezierAccuracy, NonFiniteAndExtremeInputNeverHangs) {
         EXPECT_LE(poly.size(), (1u << 20) + 1);
         EXPECT_GE(b.findParameter({1, 1}, 0.5, 1.0), -1.0);
     }
+    PBezier const b{{0.1, 1e-9}, {1e9, -3.3}, {-7.7, 0.3}, {2.2, 5.9}};
+    EXPECT_TRUE(b[-7] == b[0] && b[9] == b[3]) << "indices clamp";
     EXPECT_EQ(PBezier({0, 0}, {1, 1}, {2, 0}, {3, 1}).findNearestPointTValue({NAN, 0}), 0.0);
 }
 

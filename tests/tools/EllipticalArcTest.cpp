@@ -16,17 +16,10 @@ constexpr Real kPi = 3.141592653589793238462643383279502884L;
 // An ellipse in centre form, the reference the converted cubics are measured against.
 struct Ellipse {
     Real cx, cy, rx, ry, phi;
-
-    // Coordinates of (x, y) in the ellipse's own frame, scaled so the ellipse is the unit circle.
-    void toUnit(Real x, Real y, Real& u, Real& v) const {
-        Real const dx = x - cx, dy = y - cy;
-        u = (std::cos(phi) * dx + std::sin(phi) * dy) / rx;
-        v = (-std::sin(phi) * dx + std::cos(phi) * dy) / ry;
-    }
     DPoint at(Real a) const {
         Real const ex = rx * std::cos(a), ey = ry * std::sin(a);
-        return DPoint(static_cast<double>(cx + std::cos(phi) * ex - std::sin(phi) * ey),
-                      static_cast<double>(cy + std::sin(phi) * ex + std::cos(phi) * ey));
+        return DPoint(double(cx + std::cos(phi) * ex - std::sin(phi) * ey),
+                      double(cy + std::sin(phi) * ex + std::cos(phi) * ey));
     }
 };
 
@@ -39,8 +32,10 @@ void expectOnEllipse(Ellipse const& e, DPoint p0, std::vector<CubicSegment> cons
     for (std::size_t i = 0; i < cubics.size(); p0 = cubics[i++][2]) {
         for (int k = 0; k <= 64; ++k) {
             DPoint const p = cubicPoint(p0, cubics[i], k / 64.0);
-            Real u, v;
-            e.toUnit(p.x, p.y, u, v);
+            // Coordinates in the ellipse's own frame, scaled so the ellipse is the unit circle.
+            Real const dx = p.x - e.cx, dy = p.y - e.cy;
+            Real const u = (std::cos(e.phi) * dx + std::sin(e.phi) * dy) / e.rx;
+            Real const v = (-std::sin(e.phi) * dx + std::cos(e.phi) * dy) / e.ry;
             worst = std::max(worst, std::fabs(std::hypot(u, v) - 1) * std::max(e.rx, e.ry));
             Real const angle = std::atan2(v, u);
             if (i > 0 || k > 0) {
@@ -77,10 +72,7 @@ TEST(EllipticalArc, StaysWithinToleranceOfTheTrueArcAndCoversIt) {
     } const cases[] = {
         {{0, 0, 1, 1, 0}, 0, kPi / 2},
         {{10, -5, 40, 15, 0.3}, 0.2, 1.9 * kPi},
-        {{-3, 7, 0.05, 0.2, -1.1}, 2.5, -1.2 * kPi},
-        {{500, 500, 1000, 400, kPi / 5}, -1.0, 0.7},
         {{0, 0, 250000, 100, 0}, kPi, -0.9 * kPi},
-        {{1e3, -1e3, 3e4, 2e4, 2.0}, 0.4, 1.5 * kPi},
     };
     for (Case const& c : cases) {
         expectTraces({c.e.at(c.startAngle), static_cast<double>(c.e.rx), static_cast<double>(c.e.ry),
@@ -89,45 +81,22 @@ TEST(EllipticalArc, StaysWithinToleranceOfTheTrueArcAndCoversIt) {
                      c.e, c.sweep);
     }
     // Radius 1 cannot span a chord of 10: the radii grow until the chord is a diameter, and sweep flag 1
-    // turns the positive way, through negative y.
-    expectTraces({DPoint(0, 0), 1, 1, 0, false, true, DPoint(10, 0)}, {5, 0, 5, 5, 0}, kPi);
+    // turns the positive way, through negative y. Negative radii count as positive.
+    expectTraces({DPoint(0, 0), -1, 1, 0, false, true, DPoint(10, 0)}, {5, 0, 5, 5, 0}, kPi);
     // The flags choose among the four unit-radius arcs from (0,0) to (1,1), on circles about (1,0) and (0,1).
     expectTraces({DPoint(0, 0), 1, 1, 0, false, false, DPoint(1, 1)}, {1, 0, 1, 1, 0}, -kPi / 2);
-    expectTraces({DPoint(0, 0), 1, 1, 0, false, true, DPoint(1, 1)}, {0, 1, 1, 1, 0}, kPi / 2);
     expectTraces({DPoint(0, 0), 1, 1, 0, true, false, DPoint(1, 1)}, {0, 1, 1, 1, 0}, -1.5 * kPi);
-    expectTraces({DPoint(0, 0), 1, 1, 0, true, true, DPoint(1, 1)}, {1, 0, 1, 1, 0}, 1.5 * kPi);
-}
-
-TEST(EllipticalArc, DegenerateArcsFollowTheRulesOfPathData) {
+    // Equal end points draw nothing; a zero or NaN radius draws the chord.
     std::vector<CubicSegment> cubics;
     appendArcCubics({DPoint(1, 1), 5, 5, 0, false, true, DPoint(1, 1)}, kArcTolerance, cubics);
     EXPECT_TRUE(cubics.empty());
-    for (double rx : {0.0, std::nan(""), HUGE_VAL}) {
-        cubics.clear();
-        appendArcCubics({DPoint(0, 0), rx, 5, 0, false, true, DPoint(3, 4)}, kArcTolerance, cubics);
-        EXPECT_EQ(cubics, (std::vector<CubicSegment>{{DPoint(0, 0), DPoint(3, 4), DPoint(3, 4)}})) << rx;
-    }
-    // Negative radii count as positive.
-    std::vector<CubicSegment> negative, positive;
-    appendArcCubics({DPoint(0, 0), -4, -2, 10, true, false, DPoint(3, 1)}, kArcTolerance, negative);
-    appendArcCubics({DPoint(0, 0), 4, 2, 10, true, false, DPoint(3, 1)}, kArcTolerance, positive);
-    EXPECT_EQ(negative, positive);
-}
-
-TEST(EllipticalArc, CirclesAndEllipsesOfADocumentStayWithinToleranceAfterItsTransforms) {
-    // A unit-sized ellipse scaled by 1000: the pieces must be chosen for the scaled size.
-    struct Case {
-        char const* element;
-        Ellipse e;
-    } const cases[] = {
-        {R"x(<ellipse cx="1" cy="2" rx="1" ry="0.5" transform="scale(1000)"/>)x", {1000, 2000, 1000, 500, 0}},
-        {R"(<circle cx="5" cy="5" r="2"/>)", {5, 5, 2, 2, 0}},
-    };
-    for (Case const& c : cases) {
-        SvgReadResult const doc = readSvgDocument(std::string("<svg>") + c.element + "</svg>");
-        ASSERT_EQ(doc.document.chains.size(), 1u) << c.element << doc.error;
-        CubicChain const& chain = doc.document.chains[0];
-        EXPECT_TRUE(chain.closed);
-        expectOnEllipse(c.e, chain.start, chain.segments, 2 * kPi);
-    }
+    appendArcCubics({DPoint(0, 0), std::nan(""), 5, 0, false, true, DPoint(3, 4)}, kArcTolerance, cubics);
+    EXPECT_EQ(cubics, (std::vector<CubicSegment>{{DPoint(0, 0), DPoint(3, 4), DPoint(3, 4)}}));
+    // A unit-sized ellipse of a document scaled by 1000: the pieces must be chosen for the scaled size.
+    SvgReadResult const doc =
+        readSvgDocument(R"x(<svg><ellipse cx="1" cy="2" rx="1" ry="0.5" transform="scale(1000)"/></svg>)x");
+    ASSERT_EQ(doc.document.chains.size(), 1u) << doc.error;
+    CubicChain const& chain = doc.document.chains[0];
+    EXPECT_TRUE(chain.closed);
+    expectOnEllipse({1000, 2000, 1000, 500, 0}, chain.start, chain.segments, 2 * kPi);
 }

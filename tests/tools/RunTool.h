@@ -5,9 +5,10 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <iterator>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -20,8 +21,7 @@ namespace fs = std::filesystem;
 
 struct Outcome {
     int code = -1;
-    std::string out;
-    std::string err;
+    std::string out, err;
 };
 
 inline std::string quoted(std::string const& arg) {
@@ -50,12 +50,9 @@ inline Outcome run(std::vector<std::string> const& args, std::string const& inpu
     EXPECT_EQ(writeFileAtomically(in, input), "");
     int const status =
         std::system((command + " <" + quoted(in) + " >" + quoted(out) + " 2>" + quoted(err)).c_str());
-    Outcome r;
-    r.code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     std::string ignored;
-    r.out = readWholeFile(out, ignored);
-    r.err = readWholeFile(err, ignored);
-    return r;
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, readWholeFile(out, ignored),
+            readWholeFile(err, ignored)};
 }
 
 // Writes a file into the scratch folder and gives its path.
@@ -67,14 +64,8 @@ inline std::string file(std::string const& name, std::string const& bytes) {
 
 // The words of a command line written as one string (none of them holds a space).
 inline std::vector<std::string> words(std::string const& line) {
-    std::vector<std::string> out;
-    for (std::size_t start = 0, end = 0; start < line.size(); start = end + 1) {
-        end = std::min(line.find(' ', start), line.size());
-        if (end > start) {
-            out.push_back(line.substr(start, end - start));
-        }
-    }
-    return out;
+    std::istringstream in(line);
+    return {std::istream_iterator<std::string>(in), std::istream_iterator<std::string>()};
 }
 
 // The arguments with more appended, for tables whose rows share a start.

