@@ -10,13 +10,24 @@ using namespace editing;
 TEST(SplitJoin, VerticesGivenByReferenceIntoTheTripleListsAreReadFirst) {
     SimplePath path = wiggly(4), first, second;
     PHashablePointer<SimplePath> firstPath(&first), secondPath(&second);
-    SimplePathVertex* const cut = path.getTripleList()[1].anchor;
+    SimplePathVertexTriple const cutTriple = path.getTripleList()[1];
+    SimplePathVertex* const cut = cutTriple.anchor;
+    std::vector<Loc> const before = locationsOf(path);
     auto const held = holdPositions({&path});
     auto const vertices = verticesOf({&path});
     SimplePathChangeInstruction split;
     ASSERT_EQ(SimplePath::Success,
               path.splitVertex(path.getTripleList()[1].anchor, split, firstPath, secondPath));
     EXPECT_EQ((Vertices{cut}), removed(split));
+    // The pieces keep the curve: the first ends at the cut with the incoming handle (its idle outgoing
+    // handle at the same place), the second starts there with the outgoing handle.
+    Loc const& at = before[1];
+    EXPECT_EQ((std::vector<Loc>{before[0], Loc(at.first, at.anchor, at.first, at.mode)}), locationsOf(first));
+    EXPECT_EQ((std::vector<Loc>{Loc(at.last, at.anchor, at.last, at.mode), before[2], before[3]}),
+              locationsOf(second));
+    // The handles that shape the pieces are the very vertices the path had.
+    EXPECT_EQ(cutTriple.first, first.getTripleList()[1].first);
+    EXPECT_EQ(cutTriple.last, second.getTripleList()[0].last);
     expectExactOwnership(vertices, {&path, &first, &second}, split);
     expectFollow(held, split);
     freeRemoved(split);
